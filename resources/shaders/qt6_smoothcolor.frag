@@ -1,0 +1,9 @@
+#version 440 core
+
+layout(location = 0) in vec4 color;
+layout(location = 0) out vec4 outColor;
+
+void main()
+{
+    outColor = color;
+}

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "Chart.h"
+
+#include "AbstractRenderNode.h"
+#include "AbstractTrace.h"
+#include "ChartNode.h"
+#include "MouseResponseDispatcher.h"
+#include "PointerEventQueue.h"
+#include "Rounding.h"
+#include "TraceDomain.h"
+
+#include <QtConcurrent/QtConcurrentMap>
+#include <QtCore/QThreadPool>
+#include <QtCore/QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace Charts {
+
+namespace {
+
+constexpr std::chrono::milliseconds updateInterval(33);
+
+bool hasArea(const QRectF &rect)
+{
+    return rect.width() > 0.0 && rect.height() > 0.0;
+}
+
+// A NaN goes last: compared with the plain operator it would be equivalent to everything, which
+// no sort survives.
+bool isBelow(const AbstractTrace *a, const AbstractTrace *b)
+{
+    if (std::isnan(b->z()))
+        return !std::isnan(a->z());
+    return a->z() < b->z();
+}
+
+} // namespace
+
+Chart::Chart(QQuickItem *parent)
+    : ChartItem(parent)
+    , m_eventQueue(std::make_unique<PointerEventQueue>())
+    , m_updateTimer(new QTimer(this))
+    , m_dispatcher(std::make_unique<MouseResponseDispatcher>(*this))
+{
+    setFlag(ItemHasContents);
+    setAntialiasing(true);
+    // Emitted by the render thread, or by the GUI thread in the middle of a synchronisation:
+    // handlers may run only after it.
+    connect(this, &Chart::mouseEventResponsesReceived, this, &Chart::handleMouseEventResponses,
+            Qt::QueuedConnection);
+    setAcceptedMouseButtons(Qt::AllButtons);
+    setAcceptHoverEvents(true);
+
+    connect(m_updateTimer, &QTimer::timeout, this, &Chart::updateTraces);
+    m_updateTimer->setTimerType(Qt::PreciseTimer);
+    m_updateTimer->start(updateInterval);
+}
+
+Chart::~Chart() = default;
+
+void Chart::addTrace(AbstractTrace *trace)
+{
+    if (!trace)
+        return;
+    trace->domain()->setSize(size());
+    m_traces.push_back(trace);
+    connect(trace, &AbstractTrace::zChanged, this, &Chart::resortTraces);
+    connect(trace, &QObject::destroyed, this, [this, trace] {
+        // Every entry at once: removing the first one drops the connections of the others too.
+        while (includes(trace))
+            removeTrace(trace);
+    });
+    resortTraces();
+    m_tracesDirty = true;
+}
+
+void Chart::removeTrace(AbstractTrace *trace)
+{
+    const auto entry = std::find(m_traces.begin(), m_traces.end(), trace);
+    if (entry == m_traces.end())
+        return;
+    m_traces.erase(entry);
+    // All receivers, not only this chart: a removed trace is silent in both signals.
+    disconnect(trace, &AbstractTrace::zChanged, nullptr, nullptr);
+    disconnect(trace, &QObject::destroyed, nullptr, nullptr);
+    m_tracesDirty = true;
+}
+
+bool Chart::includes(AbstractTrace *trace) const
+{
+    return trace && std::find(m_traces.begin(), m_traces.end(), trace) != m_traces.end();
+}
+
+template<typename Visit>
+void Chart::forEachTrace(Visit &&visit)
+{
+    // By index: a handler of the domains' signals may add and remove traces meanwhile.
+    for (std::size_t i = 0; i < m_traces.size(); ++i)
+        visit(*m_traces[i]);
+}
+
+void Chart::resortTraces()
+{
+    std::sort(m_traces.begin(), m_traces.end(), isBelow);
+}
+
+void Chart::updateTraces()
+{
+    QtConcurrent::blockingMap(QThreadPool::globalInstance(), m_traces,
+            [](AbstractTrace *trace) { trace->updateData(); });
+    update();
+}
+
+void Chart::geometryUpdate(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    if (hasArea(newGeometry)) {
+        forEachTrace([&](AbstractTrace &trace) { trace.domain()->setSize(newGeometry.size()); });
+    }
+    ChartItem::geometryUpdate(newGeometry, oldGeometry);
+}
+
+QSGNode *Chart::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
+{
+    const QRectF rect = boundingRect();
+    if (!hasArea(rect)) {
+        delete oldNode;
+        return nullptr;
+    }
+    auto *node = static_cast<ChartNode *>(oldNode);
+    if (!node)
+        node = new ChartNode(window());
+    AbstractRenderNode *renderNode = node->renderNode();
+    if (!renderNode)
+        return node;
+
+    if (!m_traces.empty() || m_tracesDirty) {
+        const QSize textureSize(roundToInt(rect.width()), roundToInt(rect.height()));
+        if (textureSize != renderNode->textureSize())
+            renderNode->setTextureSize(textureSize);
+        renderNode->setRect(rect);
+        renderNode->setTraceData(m_tracesDirty, m_traces);
+        renderNode->setAntialiasing(antialiasing());
+        if (!m_eventQueue->isEmpty())
+            renderNode->pushMouseEvents(std::move(m_eventQueue->events()));
+        renderNode->render();
+        m_tracesDirty = false;
+    }
+
+    m_mouseEventResponses = renderNode->takeMouseEventResponses();
+    if (!m_mouseEventResponses.empty())
+        Q_EMIT mouseEventResponsesReceived();
+    return node;
+}
+
+// --- Mouse events: queued here, resolved by the renderer, answered one synchronisation later
+
+void Chart::mousePressEvent(QMouseEvent *event)
+{
+    // The second press of a double click: the double click that follows stands for it.
+    if (event->flags().testFlag(Qt::MouseEventCreatedDoubleClick))
+        return;
+    if (m_isZoomEnabled && m_rubberBand && event->button() == Qt::LeftButton) {
+        m_rubberBand->startResize(
+                QPointF(roundToInt(event->position().x()), roundToInt(event->position().y())));
+    }
+    m_eventQueue->notePress(*event);
+    queueMouseEvent(event);
+    forceActiveFocus();
+}
+
+void Chart::mouseMoveEvent(QMouseEvent *event)
+{
+    if (isRubberBandShown())
+        m_rubberBand->updatePoint(event->position());
+    ChartItem::mouseMoveEvent(event);
+}
+
+void Chart::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (isRubberBandShown() && event->button() == Qt::LeftButton) {
+        m_rubberBand->stopResize();
+        if (m_rubberBand && m_rubberBand->isAreaValid())
+            zoomIn(m_rubberBand->resizeArea());
+    }
+    m_eventQueue->noteRelease(*event);
+    queueMouseEvent(event);
+}
+
+void Chart::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    m_eventQueue->notePress(*event);
+    queueMouseEvent(event);
+}
+
+void Chart::mouseUngrabEvent()
+{
+    if (isRubberBandShown())
+        m_rubberBand->stopResize();
+    ChartItem::mouseUngrabEvent();
+}
+
+void Chart::hoverEnterEvent(QHoverEvent *event)
+{
+    m_eventQueue->noteHover(*event);
+    queueHoverEvent(QEvent::HoverEnter, event);
+}
+
+void Chart::hoverMoveEvent(QHoverEvent *event)
+{
+    if (m_eventQueue->noteHover(*event))
+        queueHoverEvent(QEvent::MouseMove, event);
+}
+
+void Chart::hoverLeaveEvent(QHoverEvent *event)
+{
+    m_eventQueue->noteHover(*event);
+    queueHoverEvent(QEvent::HoverLeave, event);
+}
+
+void Chart::queueMouseEvent(QMouseEvent *event)
+{
+    if (m_traces.empty())
+        return;
+    m_eventQueue->push(*event);
+    update();
+}
+
+void Chart::queueHoverEvent(QEvent::Type type, QHoverEvent *event)
+{
+    if (m_traces.empty())
+        return;
+    m_eventQueue->push(type, *event);
+    update();
+}
+
+void Chart::handleMouseEventResponses()
+{
+    m_dispatcher->dispatch(std::exchange(m_mouseEventResponses, {}));
+}
+
+// --- Zoom
+
+bool Chart::isRubberBandShown() const
+{
+    return m_rubberBand && m_rubberBand->isVisible();
+}
+
+void Chart::setIsZoomed(bool isZoomed)
+{
+    if (isZoomed == m_isZoomed)
+        return;
+    m_isZoomed = isZoomed;
+    Q_EMIT isZoomedChanged(isZoomed);
+}
+
+void Chart::setIsZoomEnabled(bool enabled)
+{
+    if (enabled == m_isZoomEnabled)
+        return;
+    m_isZoomEnabled = enabled;
+    Q_EMIT isZoomEnabledChanged();
+    if (!m_isZoomEnabled && m_isZoomed)
+        zoomReset();
+}
+
+void Chart::setRubberBand(ZoomDelegate *rubberBand)
+{
+    if (rubberBand == m_rubberBand)
+        return;
+    if (!rubberBand)
+        zoomReset();
+    m_rubberBand = rubberBand;
+    Q_EMIT rubberBandChanged(rubberBand);
+}
+
+void Chart::zoomIn(QRectF rect)
+{
+    setIsZoomed(true);
+    forEachTrace([&](AbstractTrace &trace) { trace.domain()->zoomIn(rect); });
+    updateTraces();
+    Q_EMIT zoomedIn();
+}
+
+void Chart::zoomReset()
+{
+    if (!m_isZoomed)
+        return;
+    setIsZoomed(false);
+    forEachTrace([](AbstractTrace &trace) { trace.domain()->zoomReset(); });
+    updateTraces();
+}
+
+} // namespace Charts

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_CHARTMOUSEEVENT_H
+#define CHARTS_CHARTMOUSEEVENT_H
+
+#include "ChartsExport.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+QT_BEGIN_NAMESPACE
+class QMouseEvent;
+QT_END_NAMESPACE
+
+namespace Charts {
+
+/*!
+    \qmltype ChartMouseEvent
+    \inqmlmodule zel.charts
+    \brief The argument of the mouse signals of charts and traces.
+
+    It exists only while the signal is being handled: read what is needed, keep nothing.
+*/
+/*!
+    \class Charts::ChartMouseEvent
+    \brief A mouse event as signal handlers see it. The chart owns it, on its stack. GUI thread.
+*/
+class CHARTS_EXPORT ChartMouseEvent : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+
+    /*! \qmlproperty real ChartMouseEvent::x
+        Position from the left of the chart, in whole pixels. */
+    Q_PROPERTY(double x READ x CONSTANT)
+    /*! \qmlproperty real ChartMouseEvent::y
+        Position from the top of the chart, in whole pixels. */
+    Q_PROPERTY(double y READ y CONSTANT)
+    /*! \qmlproperty int ChartMouseEvent::button
+        The Qt::MouseButton that caused the event. */
+    Q_PROPERTY(int button READ button CONSTANT)
+    /*! \qmlproperty int ChartMouseEvent::buttons
+        The Qt::MouseButtons that are held. */
+    Q_PROPERTY(int buttons READ buttons CONSTANT)
+    /*! \qmlproperty int ChartMouseEvent::modifiers
+        The Qt::KeyboardModifiers that are held. */
+    Q_PROPERTY(int modifiers READ modifiers CONSTANT)
+    /*! \qmlproperty bool ChartMouseEvent::accepted
+        Initially true. A handler of a trace sets it to false to pass the event on to the chart;
+        handlers of the chart and of hover signals set it without effect. */
+    Q_PROPERTY(bool accepted READ isAccepted WRITE setAccepted)
+    /*! \qmlproperty int ChartMouseEvent::flags
+        The Qt::MouseEventFlags. */
+    Q_PROPERTY(int flags READ flags CONSTANT)
+
+public:
+    ChartMouseEvent(QMouseEvent *event, QObject *parent);
+    ~ChartMouseEvent() override;
+
+    [[nodiscard]] double x() const { return m_x; }
+    [[nodiscard]] double y() const { return m_y; }
+    [[nodiscard]] int button() const { return m_button; }
+    [[nodiscard]] int buttons() const { return m_buttons; }
+    [[nodiscard]] int modifiers() const { return m_modifiers; }
+    /*! Always 0: not synthesised. */
+    [[nodiscard]] int source() const { return m_source; }
+    [[nodiscard]] bool isAccepted() const { return m_accepted; }
+    void setAccepted(bool accepted) { m_accepted = accepted; }
+    [[nodiscard]] int flags() const { return m_flags; }
+
+    /*! Sets all fields; the event is accepted again and its source 0. */
+    void reset(double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,
+            Qt::KeyboardModifiers modifiers, Qt::MouseEventFlags flags);
+
+private:
+    double m_x = 0.0;
+    double m_y = 0.0;
+    int m_button = 0;
+    int m_buttons = 0;
+    int m_modifiers = 0;
+    int m_source = 0;
+    bool m_accepted = true;
+    int m_flags = 0;
+};
+
+} // namespace Charts
+
+#endif

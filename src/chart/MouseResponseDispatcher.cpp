@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "MouseResponseDispatcher.h"
+
+#include "AbstractTrace.h"
+#include "Chart.h"
+#include "ChartMouseEvent.h"
+#include "MouseEventResponse.h"
+
+namespace Charts {
+
+namespace {
+
+/*!
+    Offers \a event to \a trace, where there is one, and to the chart when there is none or the
+    trace's handler has passed it on.
+*/
+template<typename TraceSignal, typename ChartSignal>
+void offer(ChartMouseEvent &event, AbstractTrace *trace, TraceSignal traceSignal, Chart &chart,
+        ChartSignal chartSignal)
+{
+    if (trace)
+        Q_EMIT(trace->*traceSignal)(&event);
+    else
+        event.setAccepted(false);
+    if (!event.isAccepted())
+        Q_EMIT(chart.*chartSignal)(&event);
+}
+
+} // namespace
+
+MouseResponseDispatcher::MouseResponseDispatcher(Chart &chart)
+    : m_chart(chart)
+{
+}
+
+void MouseResponseDispatcher::dispatch(const std::vector<MouseEventResponse> &responses)
+{
+    // A trace that was removed meanwhile is forgotten without a leave signal.
+    if (!m_chart.includes(m_hoveredTrace))
+        m_hoveredTrace = nullptr;
+    if (!m_chart.includes(m_pressedTrace))
+        m_pressedTrace = nullptr;
+    for (const MouseEventResponse &response : responses)
+        dispatch(response);
+}
+
+void MouseResponseDispatcher::dispatch(const MouseEventResponse &response)
+{
+    QMouseEvent *event = response.event.get();
+    AbstractTrace *trace = m_chart.includes(response.trace) ? response.trace : nullptr;
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        press(event, trace);
+        break;
+    case QEvent::MouseButtonRelease:
+        release(event, trace);
+        break;
+    case QEvent::MouseButtonDblClick:
+        doubleClick(event, trace);
+        break;
+    case QEvent::MouseMove:
+        move(response);
+        break;
+    case QEvent::HoverEnter:
+        hoverEnter(event, trace);
+        break;
+    case QEvent::HoverLeave:
+        hoverLeave(event, trace);
+        break;
+    default:
+        break;
+    }
+}
+
+void MouseResponseDispatcher::hoverEnter(QMouseEvent *event, AbstractTrace *trace)
+{
+    ChartMouseEvent chartEvent(event, nullptr);
+    if (trace) {
+        m_hoveredTrace = trace;
+        Q_EMIT trace->hovered(&chartEvent, true);
+    }
+    Q_EMIT m_chart.hovered(&chartEvent, true);
+}
+
+void MouseResponseDispatcher::hoverLeave(QMouseEvent *event, AbstractTrace *trace)
+{
+    ChartMouseEvent chartEvent(event, nullptr);
+    if (trace) {
+        m_hoveredTrace = nullptr;
+        Q_EMIT trace->hovered(&chartEvent, false);
+    }
+    Q_EMIT m_chart.hovered(&chartEvent, false);
+}
+
+void MouseResponseDispatcher::move(const MouseEventResponse &response)
+{
+    if (response.trace == m_hoveredTrace)
+        return;
+    ChartMouseEvent chartEvent(response.event.get(), nullptr);
+    if (m_hoveredTrace)
+        Q_EMIT m_hoveredTrace->hovered(&chartEvent, false);
+    if (m_chart.includes(response.trace)) {
+        m_hoveredTrace = response.trace;
+        Q_EMIT response.trace->hovered(&chartEvent, true);
+    } else {
+        m_hoveredTrace = nullptr;
+    }
+}
+
+void MouseResponseDispatcher::press(QMouseEvent *event, AbstractTrace *trace)
+{
+    ChartMouseEvent chartEvent(event, nullptr);
+    m_pressedTrace = trace;
+    offer(chartEvent, trace, &AbstractTrace::pressed, m_chart, &Chart::pressed);
+}
+
+void MouseResponseDispatcher::release(QMouseEvent *event, AbstractTrace *trace)
+{
+    ChartMouseEvent releaseEvent(event, nullptr);
+    offer(releaseEvent, trace, &AbstractTrace::released, m_chart, &Chart::released);
+
+    // The handlers may have removed the trace.
+    AbstractTrace *clicked =
+            m_chart.includes(trace) && trace == m_pressedTrace ? trace : nullptr;
+    ChartMouseEvent clickEvent(event, nullptr);
+    if (clicked)
+        Q_EMIT clicked->clicked(&clickEvent);
+    else
+        clickEvent.setAccepted(false);
+    if (!clickEvent.isAccepted()) {
+        // The trace's handler may have kept changes in its event: the chart gets one of its own.
+        ChartMouseEvent chartEvent(event, nullptr);
+        Q_EMIT m_chart.clicked(&chartEvent);
+    }
+}
+
+void MouseResponseDispatcher::doubleClick(QMouseEvent *event, AbstractTrace *trace)
+{
+    ChartMouseEvent chartEvent(event, nullptr);
+    AbstractTrace *pressed = trace && trace == m_pressedTrace ? trace : nullptr;
+    offer(chartEvent, pressed, &AbstractTrace::doubleClicked, m_chart, &Chart::doubleClicked);
+}
+
+} // namespace Charts

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_MOUSERESPONSEDISPATCHER_H
+#define CHARTS_MOUSERESPONSEDISPATCHER_H
+
+#include <QtCore/QPointer>
+
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QMouseEvent;
+QT_END_NAMESPACE
+
+namespace Charts {
+
+class AbstractTrace;
+class Chart;
+struct MouseEventResponse;
+
+/*!
+    \internal
+    Turns the renderer's answers into the mouse signals of the traces and of the chart, and keeps
+    which trace is hovered and which was pressed. GUI thread.
+*/
+class MouseResponseDispatcher
+{
+public:
+    explicit MouseResponseDispatcher(Chart &chart);
+
+    void dispatch(const std::vector<MouseEventResponse> &responses);
+
+private:
+    void dispatch(const MouseEventResponse &response);
+    // Each takes the listed trace under the event, or null.
+    void hoverEnter(QMouseEvent *event, AbstractTrace *trace);
+    void hoverLeave(QMouseEvent *event, AbstractTrace *trace);
+    void press(QMouseEvent *event, AbstractTrace *trace);
+    void release(QMouseEvent *event, AbstractTrace *trace);
+    void doubleClick(QMouseEvent *event, AbstractTrace *trace);
+    void move(const MouseEventResponse &response);
+
+    Chart &m_chart;
+    QPointer<AbstractTrace> m_hoveredTrace;
+    QPointer<AbstractTrace> m_pressedTrace;
+};
+
+} // namespace Charts
+
+#endif

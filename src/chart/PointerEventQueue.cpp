@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "PointerEventQueue.h"
+
+#include "FuzzyCompare.h"
+#include "Rounding.h"
+
+#include <QtGui/QHoverEvent>
+#include <QtGui/QPointingDevice>
+
+namespace Charts {
+
+namespace {
+
+QPointF rounded(const QPointF &point)
+{
+    return QPointF(roundToInt(point.x()), roundToInt(point.y()));
+}
+
+} // namespace
+
+void PointerEventQueue::notePress(const QMouseEvent &event)
+{
+    m_lastPosition = rounded(event.position());
+    m_lastButton = event.button();
+    m_lastButtons = event.buttons();
+}
+
+void PointerEventQueue::noteRelease(const QMouseEvent &event)
+{
+    m_lastButton = Qt::NoButton;
+    m_lastButtons = event.buttons();
+}
+
+bool PointerEventQueue::noteHover(const QHoverEvent &event)
+{
+    const QPointF previous = m_lastPosition;
+    m_lastPosition = event.position();
+    return !isFuzzyEqual(m_lastPosition.x(), previous.x())
+            || !isFuzzyEqual(m_lastPosition.y(), previous.y());
+}
+
+void PointerEventQueue::push(const QMouseEvent &event)
+{
+    m_events.push_back(std::make_unique<QMouseEvent>(event.type(), rounded(event.position()),
+            event.globalPosition(), event.button(), event.buttons(), event.modifiers(),
+            QPointingDevice::primaryPointingDevice()));
+}
+
+void PointerEventQueue::push(QEvent::Type type, const QHoverEvent &event)
+{
+    m_events.push_back(std::make_unique<QMouseEvent>(type, event.position(),
+            event.globalPosition(), m_lastButton, m_lastButtons, event.modifiers(),
+            QPointingDevice::primaryPointingDevice()));
+}
+
+} // namespace Charts

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_DOMAINUTILS_H
+#define CHARTS_DOMAINUTILS_H
+
+#include "ChartsExport.h"
+#include "Span.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+Q_MOC_INCLUDE("TraceDomain.h")
+
+namespace Charts {
+
+class TraceDomain;
+
+/*!
+    \qmltype Domain
+    \inqmlmodule zel.charts
+    \brief Singleton with the mappings between data ranges and item geometry.
+
+    Nothing is reported on bad input: a range of length zero in the divisor gives infinities or
+    NaN, a reversed range has the length 0.
+*/
+/*!
+    \class Charts::DomainUtils
+    \brief Stateless mapping helpers, the QML singleton "Domain".
+
+    The engine creates and owns one instance. The functions touch no state and can be called on
+    any thread, except isDomainRound(), which reads an object of the GUI thread.
+*/
+class CHARTS_EXPORT DomainUtils : public QObject
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(Domain)
+    QML_SINGLETON
+
+public:
+    explicit DomainUtils(QObject *parent = nullptr);
+
+    /*! \qmlmethod real Domain::mapToGeometry(span geometryRange, span domianRange, real domain)
+        Maps the data value \a domain from \a domianRange to \a geometryRange. */
+    Q_INVOKABLE double mapToGeometry(
+            Span geometryRange, Span domianRange, double domain) const;
+
+    /*! \qmlmethod real Domain::mapFromGeometry(span geometryRange, span domianRange, real geomtry)
+        Maps the coordinate \a geomtry from \a geometryRange to \a domianRange. */
+    Q_INVOKABLE double mapFromGeometry(
+            Span geometryRange, Span domianRange, double geomtry) const;
+
+    /*! \qmlmethod span Domain::span(real min, real max)
+        The span (\a min, \a max) as given, not reordered. */
+    Q_INVOKABLE Span span(double min, double max) const;
+
+    /*! \qmlmethod real Domain::niceStep(span span)
+        A readable step that divides \a span into at most ten parts: 0.1, 0.125, 0.2, 0.25, 0.3,
+        0.4, 0.5, 0.6, 0.75 or 1 times a power of ten. A span no longer than 1e-12 gives its own
+        length, a reversed one 1e-301. */
+    Q_INVOKABLE double niceStep(Span span) const;
+
+    /*! \qmlmethod bool Domain::isDomainRound(TraceDomain domain)
+        Whether \a domain, which must not be null, is drawn as a Smith or a polar chart. */
+    Q_INVOKABLE bool isDomainRound(TraceDomain *domain) const;
+
+    /*!
+        Maps \a value linearly so that \a from.min lands on \a to.min and a step of one length of
+        \a from is a step of one length of \a to. The multiplication and the addition are one fused
+        operation, so that equal positions computed in different places stay equal to the last bit.
+    */
+    [[nodiscard]] static double mapRangeValue(Span from, Span to, double value);
+};
+
+} // namespace Charts
+
+#endif

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_TRACEDOMAIN_H
+#define CHARTS_TRACEDOMAIN_H
+
+#include "ChartsExport.h"
+#include "Span.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QPointF>
+#include <QtCore/QRectF>
+#include <QtCore/QSizeF>
+#include <QtQml/qqmlregistration.h>
+
+#include <utility>
+
+namespace Charts {
+
+/*!
+    \qmltype TraceDomain
+    \inqmlmodule zel.charts
+    \brief The coordinate system of one trace: visible ranges, size in pixels, format and zoom.
+
+    Every trace owns one and offers it as its \c domain; QML does not create domains. Bad input is
+    not reported: ranges are stored as passed, and a zero size or an empty range makes the mappings
+    give infinities or NaN.
+*/
+/*!
+    \class Charts::TraceDomain
+    \brief Maps between data values and item geometry in one of three formats and keeps the zoom.
+
+    Owned by its trace (its QObject parent) and used on the GUI thread only; a trace's
+    updateData() may read it, since the GUI thread waits meanwhile.
+
+    While no zoom is in force the base ranges follow the visible ranges: each xRangeChanged() and
+    each yRangeChanged() copies the range into its base and emits the base's signal, even when the
+    two were equal before. While zoomed the base ranges keep what zoomReset() returns to.
+*/
+class CHARTS_EXPORT TraceDomain : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+
+    /*! \qmlproperty span TraceDomain::xRange
+        Visible range on X in data units. Read only, default (0, 0). */
+    Q_PROPERTY(Span xRange READ xRange NOTIFY xRangeChanged)
+    /*! \qmlproperty span TraceDomain::yRange
+        Visible range on Y in data units. Read only, default (0, 0). */
+    Q_PROPERTY(Span yRange READ yRange NOTIFY yRangeChanged)
+    /*! \qmlproperty span TraceDomain::argRange
+        Range of the argument (frequency, angle) that a round format runs through. Read only,
+        default (0, 0). */
+    Q_PROPERTY(Span argRange READ argRange NOTIFY argRangeChanged)
+    /*! \qmlproperty enumeration TraceDomain::format
+        \c TraceDomain.XYFormat (default), \c TraceDomain.SmithFormat or
+        \c TraceDomain.PolarFormat. Read only. */
+    Q_PROPERTY(TraceFormat format READ format NOTIFY formatChanged)
+    /*! \qmlproperty bool TraceDomain::isLeftSmith
+        Whether the Smith chart is drawn mirrored, as an admittance chart. Read only, default
+        false. */
+    Q_PROPERTY(bool isLeftSmith READ isLeftSmith NOTIFY leftSmithChanged)
+    /*! \qmlproperty bool TraceDomain::isZoomed
+        Whether a zoom is in force. Read only, default false. */
+    Q_PROPERTY(bool isZoomed READ isZoomed NOTIFY zoomedChanged)
+    /*! \qmlproperty bool TraceDomain::isLogX
+        Whether the X axis is meant to be logarithmic; a flag for whatever draws the trace and its
+        grid, the mappings of the domain stay linear. Default false. */
+    Q_PROPERTY(bool isLogX READ isLogX WRITE setIsLogX NOTIFY isLogXChanged)
+    /*! \qmlproperty bool TraceDomain::isRound
+        Whether the format is a Smith or a polar chart. Read only. */
+    Q_PROPERTY(bool isRound READ isRound NOTIFY formatChanged)
+    /*! \qmlproperty size TraceDomain::size
+        Size of the item in pixels. The chart keeps it equal to its own. Default (0, 0). */
+    Q_PROPERTY(QSizeF size READ size WRITE setSize NOTIFY sizeChanged)
+    /*! \qmlproperty span TraceDomain::baseYRange
+        The Y range that a zoom reset returns to. Read only, default (0, 0). */
+    Q_PROPERTY(Span baseYRange READ baseYRange NOTIFY baseYRangeChanged)
+    /*! \qmlproperty span TraceDomain::baseXRange
+        The X range that a zoom reset returns to. Read only, default (0, 0). */
+    Q_PROPERTY(Span baseXRange READ baseXRange NOTIFY baseXRangeChanged)
+
+public:
+    enum TraceFormat {
+        XYFormat = 0,
+        SmithFormat = 1,
+        PolarFormat = 2,
+    };
+    Q_ENUM(TraceFormat)
+
+    explicit TraceDomain(QObject *parent = nullptr);
+    ~TraceDomain() override;
+
+    [[nodiscard]] TraceFormat format() const { return m_format; }
+    [[nodiscard]] double minX() const { return m_xRange.min; }
+    [[nodiscard]] double maxX() const { return m_xRange.max; }
+    [[nodiscard]] double minY() const { return m_yRange.min; }
+    [[nodiscard]] double maxY() const { return m_yRange.max; }
+    [[nodiscard]] double spanX() const { return m_xRange.length(); }
+    [[nodiscard]] double spanY() const { return m_yRange.length(); }
+    [[nodiscard]] Span xRange() const { return m_xRange; }
+    [[nodiscard]] Span yRange() const { return m_yRange; }
+    [[nodiscard]] Span argRange() const { return m_argRange; }
+    [[nodiscard]] Span baseXRange() const { return m_baseXRange; }
+    [[nodiscard]] Span baseYRange() const { return m_baseYRange; }
+    [[nodiscard]] QSizeF size() const { return m_size; }
+    [[nodiscard]] bool isLogX() const { return m_isLogX; }
+    [[nodiscard]] bool isLeftSmith() const { return m_isLeftSmith; }
+    [[nodiscard]] bool isZoomed() const { return m_isZoomed; }
+    [[nodiscard]] bool isRound() const { return m_format != XYFormat; }
+    /*! The visible data rectangle: x and y are the lower ends, the extent is (spanX, spanY). */
+    [[nodiscard]] QRectF geometry() const;
+
+    void setRangeX(Span range);
+    void setRangeX(double min, double max);
+    void setRangeY(Span range);
+    void setRangeY(double min, double max);
+    void setRangeXY(Span x, Span y);
+    void setRangeXY(double minX, double maxX, double minY, double maxY);
+    /*! While zoomed, sets the range that a reset returns to; otherwise the same as setRangeX(). */
+    void setBaseRangeX(double min, double max);
+    /*! While zoomed, sets the range that a reset returns to; otherwise the same as setRangeY(). */
+    void setBaseRangeY(Span range);
+    void setBaseRangeY(double min, double max);
+    /*! Compared without the tolerance around zero: leaving 0 is a change, however small. */
+    void setRangeArg(double min, double max);
+    /*! Switching to a round format resets a zoom before formatChanged() is emitted. */
+    void setFormat(TraceFormat format);
+    void setLeftSmith(bool isLeftSmith);
+    void setIsLogX(bool isLogX);
+    /*! Sets the flag alone; the ranges stay. See zoomIn() and zoomReset(). */
+    void setZoomed(bool isZoomed);
+    void setSize(const QSizeF &size);
+
+    /*! \qmlmethod void TraceDomain::shiftYRange(real val)
+        Adds \a val, in data units, to both ends of the Y range and notifies always. */
+    Q_INVOKABLE void shiftYRange(double val);
+
+    /*! Zooms to the data ranges \a x and \a y, as passed. A round domain does not zoom, and the
+        ranges already in force are no zoom. */
+    void zoomIn(Span x, Span y);
+    /*! Zooms to \a rect, in pixels of the item. */
+    void zoomIn(const QRectF &rect);
+    /*! Returns to the base ranges when zoomed. */
+    void zoomReset();
+
+    /*! Data value at the pixel column \a geometryX. A round format uses the centred square. */
+    [[nodiscard]] double geometryToDomainX(double geometryX) const;
+    /*! Data value at the pixel row \a geometryY, which grows downwards. */
+    [[nodiscard]] double geometryToDomainY(double geometryY) const;
+    /*! Data point at the pixel \a point; for a round format its place in the unit circle that
+        touches the item's shorter sides, with y growing downwards. */
+    [[nodiscard]] QPointF domainPoint(const QPointF &point) const;
+    /*! X span and Y span of the pixel rectangle \a rect, linear whatever the format. */
+    [[nodiscard]] std::pair<Span, Span> transformGeometryToDomain(const QRectF &rect) const;
+
+Q_SIGNALS:
+    /*! Never emitted by the library: for the application to tell that the domain as a whole has
+        changed. */
+    void updated();
+    void xRangeChanged();
+    void yRangeChanged();
+    void baseYRangeChanged();
+    void baseXRangeChanged();
+    void argRangeChanged();
+    void formatChanged(TraceDomain::TraceFormat format);
+    void sizeChanged(QSizeF);
+    void leftSmithChanged(bool);
+    void zoomedChanged(bool);
+    void isLogXChanged(bool);
+
+private:
+    bool m_isLogX = false;
+    bool m_isLeftSmith = false;
+    Span m_argRange;
+    Span m_xRange;
+    Span m_yRange;
+    bool m_isZoomed = false;
+    Span m_baseXRange;
+    Span m_baseYRange;
+    double m_radiusScale = 1.0;
+    QSizeF m_size = {0.0, 0.0};
+    TraceFormat m_format = XYFormat;
+};
+
+} // namespace Charts
+
+#endif

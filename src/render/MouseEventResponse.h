@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_MOUSEEVENTRESPONSE_H
+#define CHARTS_MOUSEEVENTRESPONSE_H
+
+#include <QtGui/QMouseEvent>
+
+#include <cstdint>
+#include <memory>
+
+namespace Charts {
+
+class AbstractTrace;
+
+/*!
+    \class Charts::MouseEventResponse
+    \brief The renderer's answer to one queued mouse event: what lies under it.
+
+    Owns the event, points to the trace. Move only.
+*/
+struct MouseEventResponse
+{
+    enum class Target : std::int32_t {
+        Trace = 0,
+        Background = 1,
+    };
+
+    std::unique_ptr<QMouseEvent> event;
+    Target target = Target::Background;
+    /*! The trace that was hit, or null. It may have been removed or destroyed since: look it up
+        in the chart before using it. */
+    AbstractTrace *trace = nullptr;
+};
+
+} // namespace Charts
+
+#endif

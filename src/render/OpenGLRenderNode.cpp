@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: MIT
+#include "OpenGLRenderNode.h"
+
+#include "AbstractTrace.h"
+#include "TraceBuffers.h"
+#include "TraceData.h"
+#include "TraceDrawPass.h"
+#include "TraceFramebuffers.h"
+#include "TraceMatrices.h"
+#include "TracePicker.h"
+#include "TraceProgram.h"
+
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QVector3D>
+#include <QtQuick/QQuickOpenGLUtils>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGImageNode>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Charts {
+
+namespace {
+
+// Not defined by the OpenGL ES headers.
+constexpr GLenum glProgramPointSize = 0x8642;
+// Thin lines are hard to hit: in the selection image they are this much wider.
+constexpr float selectionExtraLineWidth = 5.0F;
+
+bool isNull(const QRectF &rect)
+{
+    const auto isZero = [](double value) { return std::abs(value) <= 1e-12; };
+    return isZero(rect.x()) && isZero(rect.y()) && isZero(rect.width()) && isZero(rect.height());
+}
+
+QVector3D rgb(const QColor &color)
+{
+    return {color.redF(), color.greenF(), color.blueF()};
+}
+
+} // namespace
+
+OpenGLRenderNode::OpenGLRenderNode(QQuickWindow *window)
+    : m_window(window)
+    , m_framebuffers(std::make_unique<TraceFramebuffers>())
+    , m_buffers(std::make_unique<TraceBuffers>())
+    , m_picker(std::make_unique<TracePicker>())
+{
+    initializeOpenGLFunctions();
+    // This object lives on the render thread, where the signal is emitted: the call is direct.
+    connect(m_window, &QQuickWindow::beforeRendering, this, &OpenGLRenderNode::handleMouseEvents);
+}
+
+OpenGLRenderNode::~OpenGLRenderNode() = default;
+
+void OpenGLRenderNode::setTextureSize(const QSize &size)
+{
+    m_textureSize = size;
+    m_fboDirty = true;
+    m_needsRender = true;
+    m_selectionDirty = true;
+}
+
+void OpenGLRenderNode::setRect(const QRectF &rect)
+{
+    m_rect = rect;
+    if (m_imageNode)
+        m_imageNode->setRect(rect);
+}
+
+void OpenGLRenderNode::setTraceData(bool tracesDirty, const std::vector<AbstractTrace *> &traces)
+{
+    m_traces = traces;
+    if (tracesDirty) {
+        m_buffers->retain(m_traces);
+    } else {
+        const auto dirty = std::find_if(m_traces.begin(), m_traces.end(), [](AbstractTrace *trace) {
+            const TraceData *data = trace->traceData();
+            return !data->dirtyRange().isEmpty() || data->isDirty();
+        });
+        if (dirty == m_traces.end())
+            return;
+        (*dirty)->traceData()->clearDirty();
+    }
+    markDirty(QSGNode::DirtyMaterial);
+    m_needsRender = true;
+    m_selectionDirty = true;
+}
+
+void OpenGLRenderNode::setAntialiasing(bool enabled)
+{
+    if (enabled == m_antialiasing)
+        return;
+    m_antialiasing = enabled;
+    m_fboDirty = true;
+    m_needsRender = true;
+}
+
+void OpenGLRenderNode::pushMouseEvents(std::vector<std::unique_ptr<QMouseEvent>> &&events)
+{
+    if (events.empty())
+        return;
+    m_picker->push(std::move(events));
+    markDirty(QSGNode::DirtyMaterial);
+}
+
+std::vector<MouseEventResponse> OpenGLRenderNode::takeMouseEventResponses()
+{
+    return m_picker->takeResponses();
+}
+
+void OpenGLRenderNode::render()
+{
+    QQuickOpenGLUtils::resetOpenGLState();
+    if (m_needsRender) {
+        if (m_traces.empty()) {
+            if (m_imageNode && !isNull(m_imageNode->rect()))
+                hideImage();
+        } else {
+            if (!m_program)
+                initGL();
+            if (m_fboDirty)
+                recreateFBO();
+            renderVisual();
+            if (m_picker->hasEvents() && m_selectionDirty)
+                renderSelection();
+        }
+        m_needsRender = false;
+    }
+    QQuickOpenGLUtils::resetOpenGLState();
+}
+
+void OpenGLRenderNode::renderVisual()
+{
+    m_framebuffers->render()->bind();
+    renderGL(false);
+    m_framebuffers->resolve();
+    markDirty(QSGNode::DirtyMaterial);
+}
+
+void OpenGLRenderNode::renderSelection()
+{
+    m_framebuffers->selection()->bind();
+    m_picker->begin(m_traces.size());
+    renderGL(true);
+    m_selectionDirty = false;
+}
+
+void OpenGLRenderNode::renderGL(bool selection)
+{
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    if (!m_vao.isCreated())
+        m_vao.create();
+    m_vao.bind();
+    m_program->bind();
+    glClear(GL_COLOR_BUFFER_BIT);
+    glEnableVertexAttribArray(TraceProgram::PointsLocation);
+    glEnableVertexAttribArray(TraceProgram::OpacityLocation);
+
+    TraceDrawPass pass(*this, *m_program, *m_buffers, m_textureSize);
+    if (selection)
+        pass.setExtraLineWidth(selectionExtraLineWidth);
+
+    std::size_t index = 0;
+    for (AbstractTrace *trace : m_traces) {
+        TraceData &data = *trace->traceData();
+        if (!data.visible())
+            continue;
+        if (selection)
+            m_picker->record(index, trace);
+        pass.draw(trace, data, selection ? TracePicker::colorOf(index) : rgb(data.color()));
+        ++index;
+    }
+    m_vao.release();
+}
+
+void OpenGLRenderNode::handleMouseEvents()
+{
+    if (!m_picker->hasEvents())
+        return;
+    m_window->beginExternalCommands();
+    m_picker->resolve([this](QMouseEvent *event) { return findTraceAtEvent(event); });
+    QOpenGLFramebufferObject::bindDefault();
+    m_window->endExternalCommands();
+}
+
+AbstractTrace *OpenGLRenderNode::findTraceAtEvent(QMouseEvent *event)
+{
+    if (m_traces.empty() || !m_framebuffers->selection())
+        return nullptr;
+    return m_picker->findTrace(*this, m_framebuffers->selection(), *event);
+}
+
+QMatrix4x4 OpenGLRenderNode::mainMatrix(const ViewPort &viewPort) const
+{
+    return TraceMatrices::main(viewPort);
+}
+
+std::array<QMatrix4x4, 2> OpenGLRenderNode::boundingXMatricies(
+        const ViewPort &viewPort, float pixel) const
+{
+    return TraceMatrices::boundingX(viewPort, pixel);
+}
+
+std::array<QMatrix4x4, 2> OpenGLRenderNode::boundingYMatricies(
+        const ViewPort &viewPort, float pixel) const
+{
+    return TraceMatrices::boundingY(viewPort, pixel);
+}
+
+void OpenGLRenderNode::initGL()
+{
+    recreateFBO();
+    m_program = std::make_unique<TraceProgram>();
+    if (m_vao.create())
+        m_vao.bind();
+    // Desktop OpenGL takes the point size from the vertex shader only when told to.
+    if (!QOpenGLContext::currentContext()->isOpenGLES())
+        glEnable(glProgramPointSize);
+    m_program->release();
+    m_vao.release();
+}
+
+void OpenGLRenderNode::recreateFBO()
+{
+    QSGTexture *texture = m_framebuffers->create(m_window, m_textureSize, m_antialiasing);
+    if (!m_imageNode) {
+        m_imageNode = m_window->createImageNode();
+        m_imageNode->setFiltering(QSGTexture::Linear);
+        // Framebuffer rows run bottom-up.
+        m_imageNode->setTextureCoordinatesTransform(QSGImageNode::MirrorVertically);
+        m_imageNode->setFlag(QSGNode::OwnedByParent);
+        if (m_rect.width() > 0.0 && m_rect.height() > 0.0)
+            m_imageNode->setRect(m_rect);
+        appendChildNode(m_imageNode);
+    }
+    m_imageNode->setTexture(texture);
+    m_framebuffers->releaseOldTexture();
+    m_fboDirty = false;
+}
+
+void OpenGLRenderNode::hideImage()
+{
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    m_framebuffers->render()->bind();
+    glClear(GL_COLOR_BUFFER_BIT);
+    setRect(QRectF());
+    renderVisual();
+}
+
+} // namespace Charts

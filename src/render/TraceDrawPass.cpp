@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "TraceDrawPass.h"
+
+#include "TraceBuffers.h"
+#include "TraceData.h"
+#include "TraceMatrices.h"
+#include "TraceProgram.h"
+
+#include <QtGui/QMatrix4x4>
+#include <QtGui/QOpenGLFunctions>
+#include <QtGui/QVector3D>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace Charts {
+
+namespace {
+
+/*! The matrices of one trace, kept on the stack: the main one and up to two for each axis. */
+class MatrixList
+{
+public:
+    explicit MatrixList(const QMatrix4x4 &main) { m_matrices[0] = main; }
+
+    void append(const std::array<QMatrix4x4, 2> &pair)
+    {
+        m_matrices[m_count++] = pair[0];
+        m_matrices[m_count++] = pair[1];
+    }
+
+    [[nodiscard]] auto begin() const { return m_matrices.begin(); }
+    [[nodiscard]] auto end() const
+    {
+        return m_matrices.begin() + static_cast<std::ptrdiff_t>(m_count);
+    }
+
+private:
+    std::array<QMatrix4x4, 5> m_matrices;
+    std::size_t m_count = 1;
+};
+
+} // namespace
+
+TraceDrawPass::TraceDrawPass(QOpenGLFunctions &gl, TraceProgram &program, TraceBuffers &buffers,
+        const QSize &textureSize)
+    : m_gl(gl)
+    , m_program(program)
+    , m_buffers(buffers)
+    , m_textureSize(textureSize)
+{
+}
+
+void TraceDrawPass::draw(const AbstractTrace *trace, TraceData &data, const QVector3D &color)
+{
+    const ViewPort &viewPort = data.viewPort();
+    const PixelSize pixel = applyViewport(data);
+    m_program.setColor(color);
+
+    MatrixList matrices(TraceMatrices::main(viewPort));
+
+    // Clamping stops one pixel inside the edge, so that what lies outside stays visible on it.
+    m_program.enableBoundingY(data.boundingY() == BoundingMethod::Clamp);
+    if (data.boundingY() == BoundingMethod::Clamp)
+        m_program.setBoundsY(viewPort.y + pixel.y, viewPort.y + viewPort.height - pixel.y);
+    else if (data.boundingY() == BoundingMethod::ExtraMatrices)
+        matrices.append(TraceMatrices::boundingY(viewPort, pixel.y));
+
+    m_program.enableBoundingX(data.boundingX() == BoundingMethod::Clamp);
+    if (data.boundingX() == BoundingMethod::Clamp)
+        m_program.setBoundsX(viewPort.x + pixel.x, viewPort.x + viewPort.width - pixel.x);
+    else if (data.boundingX() == BoundingMethod::ExtraMatrices)
+        matrices.append(TraceMatrices::boundingX(viewPort, pixel.x));
+
+    TraceBuffers::Buffer &buffer = m_buffers.bufferOf(trace);
+    buffer.update(data);
+    m_gl.glVertexAttribPointer(TraceProgram::PointsLocation, 2, GL_FLOAT, GL_FALSE,
+            sizeof(TracePoint), reinterpret_cast<const void *>(offsetof(TracePoint, x)));
+    m_gl.glVertexAttribPointer(TraceProgram::OpacityLocation, 1, GL_FLOAT, GL_FALSE,
+            sizeof(TracePoint), reinterpret_cast<const void *>(offsetof(TracePoint, opacity)));
+
+    if (data.drawType() == DrawType::Points)
+        m_program.setPointSize(data.width());
+    for (const QMatrix4x4 &matrix : matrices) {
+        m_program.setMatrix(matrix);
+        drawFilled(data, buffer.pointCount());
+    }
+    buffer.release();
+}
+
+TraceDrawPass::PixelSize TraceDrawPass::applyViewport(const TraceData &data)
+{
+    const int width = m_textureSize.width();
+    const int height = m_textureSize.height();
+    const ViewPort &viewPort = data.viewPort();
+    if (!data.squaredViewPort()) {
+        m_gl.glViewport(0, 0, width, height);
+        return {viewPort.width / static_cast<float>(width),
+                viewPort.height / static_cast<float>(height)};
+    }
+    const int side = std::min(width, height);
+    m_gl.glViewport((width - side) / 2, (height - side) / 2, side, side);
+    return {viewPort.width / static_cast<float>(side), viewPort.height / static_cast<float>(side)};
+}
+
+void TraceDrawPass::drawFilled(const TraceData &data, int pointCount)
+{
+    // Whatever the filled ranges are, the whole array is drawn in one call; but never more of it
+    // than the buffer holds, should a writer have forgotten to set the size.
+    const int count = std::min(data.filledRange().size(), pointCount);
+    if (data.filledRange().isEmpty() || count <= 0)
+        return;
+    if (data.drawType() == DrawType::LineStrip) {
+        m_gl.glLineWidth(data.width() + m_extraLineWidth);
+        m_gl.glDrawArrays(GL_LINE_STRIP, 0, count);
+    } else {
+        m_gl.glDrawArrays(GL_POINTS, 0, count);
+    }
+}
+
+} // namespace Charts

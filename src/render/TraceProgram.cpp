@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "TraceProgram.h"
+
+#include <QtGui/QMatrix4x4>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QVector3D>
+
+namespace Charts {
+
+namespace {
+
+constexpr const char *desktopVertexSource =
+        "#version 150\n"
+        "in vec2 points;\n"
+        "in float opacity;\n"
+        "out float _opacity;\n"
+        "uniform mat4 matrix;\n"
+        "uniform float minX;\n"
+        "uniform float maxX;\n"
+        "uniform bool enableBoundingX;\n"
+        "uniform float minY;\n"
+        "uniform float maxY;\n"
+        "uniform bool enableBoundingY;\n"
+        "uniform float pointSize;\n"
+        "void main() {\n"
+        "  vec2 normalPoint = points;\n"
+        "  _opacity = opacity;\n"
+        "  if (enableBoundingX) \n"
+        "\t\tnormalPoint.x = clamp(normalPoint.x, minX, maxX);\n"
+        "  if (enableBoundingY) \n"
+        "\t\tnormalPoint.y = clamp(normalPoint.y, minY, maxY);\n"
+        "  gl_Position = matrix * vec4(normalPoint, 0, 1);\n"
+        "  gl_Position.z = min(gl_Position.z, 1.);\n"
+        "  gl_PointSize = pointSize;\n"
+        "}";
+
+constexpr const char *desktopFragmentSource =
+        "#version 150\n"
+        "uniform vec3 color;\n"
+        "in float _opacity;\n"
+        "out vec4 fragColor;\n"
+        "void main() {\n"
+        "  if (_opacity < 0.1)\n"
+        "    discard;\n"
+        "  fragColor = vec4(color,1);\n"
+        "}\n";
+
+constexpr const char *esVertexSource =
+        "attribute highp vec2 points;\n"
+        "attribute highp float opacity;\n"
+        "varying highp float _opacity;\n"
+        "uniform highp mat4 matrix;\n"
+        "uniform highp float minX;\n"
+        "uniform highp float maxX;\n"
+        "uniform bool enableBoundingX;\n"
+        "uniform highp float minY;\n"
+        "uniform highp float maxY;\n"
+        "uniform bool enableBoundingY;\n"
+        "uniform highp float pointSize;\n"
+        "void main() {\n"
+        "  vec2 normalPoint = points;\n"
+        "  _opacity = opacity;\n"
+        "  if (enableBoundingX) \n"
+        "\t\tnormalPoint.x = clamp(normalPoint.x, minX, maxX);\n"
+        "  if (enableBoundingY) \n"
+        "\t\tnormalPoint.y = clamp(normalPoint.y, minY, maxY);\n"
+        "  gl_Position = matrix * vec4(normalPoint, 0, 1);\n"
+        "  gl_Position.z = min(gl_Position.z, 1.);\n"
+        "  gl_PointSize = pointSize;\n"
+        "}";
+
+constexpr const char *esFragmentSource =
+        "uniform highp vec3 color;\n"
+        "varying highp float _opacity;\n"
+        "void main() {\n"
+        "  if (_opacity < 0.1)\n"
+        "    discard;\n"
+        "  gl_FragColor = vec4(color, 1);\n"
+        "}\n";
+
+} // namespace
+
+TraceProgram::TraceProgram()
+{
+    // Only a core profile lacks the old GLSL; everything else, ES included, takes the ES form.
+    const auto profile = QOpenGLContext::currentContext()->format().profile();
+    const bool isCore = profile == QSurfaceFormat::CoreProfile;
+    m_program.addShaderFromSourceCode(
+            QOpenGLShader::Vertex, isCore ? desktopVertexSource : esVertexSource);
+    m_program.addShaderFromSourceCode(
+            QOpenGLShader::Fragment, isCore ? desktopFragmentSource : esFragmentSource);
+    m_program.bindAttributeLocation("points", PointsLocation);
+    m_program.bindAttributeLocation("opacity", OpacityLocation);
+    m_program.link();
+    m_program.bind();
+
+    m_color = m_program.uniformLocation("color");
+    m_matrix = m_program.uniformLocation("matrix");
+    m_minY = m_program.uniformLocation("minY");
+    m_maxY = m_program.uniformLocation("maxY");
+    m_enableBoundingY = m_program.uniformLocation("enableBoundingY");
+    m_minX = m_program.uniformLocation("minX");
+    m_maxX = m_program.uniformLocation("maxX");
+    m_enableBoundingX = m_program.uniformLocation("enableBoundingX");
+    m_pointSize = m_program.uniformLocation("pointSize");
+}
+
+void TraceProgram::setColor(const QVector3D &color)
+{
+    m_program.setUniformValue(m_color, color);
+}
+
+void TraceProgram::setMatrix(const QMatrix4x4 &matrix)
+{
+    m_program.setUniformValue(m_matrix, matrix);
+}
+
+void TraceProgram::setPointSize(float diameter)
+{
+    m_program.setUniformValue(m_pointSize, diameter);
+}
+
+void TraceProgram::enableBoundingX(bool enabled)
+{
+    m_program.setUniformValue(m_enableBoundingX, static_cast<GLint>(enabled));
+}
+
+void TraceProgram::enableBoundingY(bool enabled)
+{
+    m_program.setUniformValue(m_enableBoundingY, static_cast<GLint>(enabled));
+}
+
+void TraceProgram::setBoundsX(float min, float max)
+{
+    m_program.setUniformValue(m_minX, min);
+    m_program.setUniformValue(m_maxX, max);
+}
+
+void TraceProgram::setBoundsY(float min, float max)
+{
+    m_program.setUniformValue(m_minY, min);
+    m_program.setUniformValue(m_maxY, max);
+}
+
+} // namespace Charts

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_RANGE_H
+#define CHARTS_RANGE_H
+
+namespace Charts {
+
+/*!
+    \class Charts::Range
+    \brief The indices start to start + length - 1; the end start + length is exclusive.
+*/
+template<typename Index>
+struct Range
+{
+    Index start = 0;
+    Index length = 0;
+
+    friend constexpr bool operator==(const Range &, const Range &) = default;
+};
+
+static_assert(sizeof(Range<int>) == 8);
+
+} // namespace Charts
+
+#endif

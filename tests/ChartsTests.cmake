@@ -1,0 +1,48 @@
+# SPDX-License-Identifier: MIT
+
+set(CHARTS_TEST_ENVIRONMENT
+    # Uninstrumented third-party code only; see the comments in the files.
+    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp
+    UBSAN_OPTIONS=print_stacktrace=1
+    QML_IMPORT_PATH=${PROJECT_BINARY_DIR}/qml
+    QT_QUICK_CONTROLS_STYLE=Basic
+    LC_ALL=C.UTF-8)
+
+function(_charts_test_executable name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE Qt6::Test ${arg_LIBRARIES})
+    target_compile_definitions(${name} PRIVATE
+        CHARTS_SHARED_DATA_DIR="${CHARTS_SHARED_DATA_DIR}")
+endfunction()
+
+function(_charts_test_properties test)
+    set_tests_properties(${test} PROPERTIES
+        TIMEOUT 300
+        ENVIRONMENT "${CHARTS_TEST_ENVIRONMENT};${ARGN}")
+endfunction()
+
+# charts_add_test(name SOURCES ... [LIBRARIES ...] [ENVIRONMENT ...])
+#
+# A test that needs no display and no graphics.
+function(charts_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;ENVIRONMENT")
+    _charts_test_executable(${name} SOURCES ${arg_SOURCES} LIBRARIES ${arg_LIBRARIES})
+    add_test(NAME ${name} COMMAND ${name})
+    _charts_test_properties(${name} QT_QPA_PLATFORM=offscreen ${arg_ENVIRONMENT})
+endfunction()
+
+# charts_add_render_test(name FLAVOURS compat core es vulkan software
+#                        SOURCES ... [LIBRARIES ...] [ENVIRONMENT ...])
+#
+# A test that draws in a real window, once for each flavour of graphics. The program reads the
+# flavour from CHARTS_TEST_GRAPHICS; one that it cannot get is a failure.
+function(charts_add_render_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "FLAVOURS;SOURCES;LIBRARIES;ENVIRONMENT")
+    _charts_test_executable(${name} SOURCES ${arg_SOURCES} LIBRARIES ${arg_LIBRARIES})
+    foreach(flavour IN LISTS arg_FLAVOURS)
+        add_test(NAME ${name}.${flavour} COMMAND ${name})
+        _charts_test_properties(${name}.${flavour}
+            QT_QPA_PLATFORM=xcb CHARTS_TEST_GRAPHICS=${flavour} ${arg_ENVIRONMENT})
+    endforeach()
+endfunction()
