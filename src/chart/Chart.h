@@ -16,8 +16,8 @@ QT_BEGIN_NAMESPACE
 class QTimer;
 QT_END_NAMESPACE
 
-Q_MOC_INCLUDE("AbstractTrace.h")
-Q_MOC_INCLUDE("ChartMouseEvent.h")
+Q_MOC_INCLUDE(<ChartsLibrary/AbstractTrace.h>)
+Q_MOC_INCLUDE(<ChartsLibrary/ChartMouseEvent.h>)
 
 namespace Charts {
 

@@ -8,7 +8,7 @@
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
 
-Q_MOC_INCLUDE("TraceDomain.h")
+Q_MOC_INCLUDE(<ChartsLibrary/TraceDomain.h>)
 
 namespace Charts {
 
