@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "LoadTrace.h"
+
+namespace Gallery {
+
+namespace {
+
+// A little more than 0 to 100 %, so that lines on the limits are seen at their full width.
+constexpr float lowest = -3.0F;
+constexpr float highest = 103.0F;
+
+} // namespace
+
+LoadTrace::LoadTrace(const PlaybackClock &clock, int historyLength, QObject *parent)
+    : AbstractTrace(parent)
+    , m_clock(clock)
+    , m_ring(m_data, historyLength)
+{
+    m_data.setDrawType(Charts::DrawType::LineStrip);
+    domain()->setRangeXY(-ShownSeconds, 0.0, lowest, highest);
+}
+
+void LoadTrace::append(double seconds, float percent)
+{
+    m_newPoints.push_back({static_cast<float>(seconds), percent, 1.0F});
+}
+
+void LoadTrace::updateData()
+{
+    for (const Charts::TracePoint &point : m_newPoints)
+        m_ring.append(point.x, point.y);
+    m_newPoints.clear();
+
+    m_data.setColor(color());
+    m_data.setWidth(static_cast<float>(lineWidth()));
+    m_data.setVisible(isVisible());
+    m_data.setViewPort({.x = static_cast<float>(m_clock.seconds()) - ShownSeconds,
+            .y = lowest,
+            .width = ShownSeconds,
+            .height = highest - lowest});
+}
+
+} // namespace Gallery

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import zel.charts 1.0
+import Gallery
+
+// Samples from a file, or computed ones, played as the sweep of an oscilloscope.
+ColumnLayout {
+    id: page
+
+    readonly property var traces: player.traces
+    readonly property Chart chart: plot.chart
+
+    function attach(): void {
+        for (const trace of player.traces)
+            chart.addTrace(trace);
+    }
+    // "4 s of data a second" is how fast the beam runs where it is not the signal's own rate.
+    function rate(): string {
+        if (player.speed === 1)
+            return qsTr("at its own rate");
+        return player.speed < 1 ? qsTr("slowed down %1 times").arg(Number(1 / player.speed).toPrecision(3)) : qsTr("%1 times as fast").arg(Number(player.speed).toPrecision(3));
+    }
+
+    spacing: 8
+
+    SignalPlayer {
+        id: player
+
+        onTracesChanged: page.attach()
+    }
+    PlotArea {
+        id: plot
+
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        xRange: player.timeRange
+        yRange: player.valueRange
+        xTitle: qsTr("time in the sweep, s")
+        yTitle: player.valueUnit ? qsTr("value, %1").arg(player.valueUnit) : qsTr("value")
+        Component.onCompleted: page.attach()
+    }
+    Legend {
+        Layout.fillWidth: true
+        Layout.leftMargin: 64
+        traces: page.traces
+    }
+    PlaybackControls {
+        Layout.fillWidth: true
+        Layout.leftMargin: 64
+        paused: player.paused
+        traces: page.traces
+        onPauseToggled: player.paused = !player.paused
+
+        ComboBox {
+            visible: count > 1
+            model: player.sources
+            currentIndex: player.currentSource
+            onActivated: index => player.currentSource = index
+        }
+        Text {
+            text: qsTr("%1, %2").arg(player.sources[player.currentSource]).arg(page.rate())
+            color: Theme.dimText
+            font.pixelSize: Theme.textSize
+        }
+    }
+}
