@@ -22,8 +22,8 @@ std::optional<CommandLine> CommandLine::parse(
     parser.setApplicationDescription(
             QStringLiteral("Shows what the chart library draws. Pages: %1.")
                     .arg(pages.join(QStringLiteral(", "))));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-            QStringLiteral("Show this help."));
+    const QCommandLineOption help(
+            {QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
     const QCommandLineOption page(QStringLiteral("page"),
             QStringLiteral("Open this page, or take the screenshot of this page only."),
             QStringLiteral("NAME"));
@@ -50,7 +50,8 @@ std::optional<CommandLine> CommandLine::parse(
         return std::nullopt;
     }
 
-    CommandLine commandLine{parser.value(page), parser.value(screenshot), parser.positionalArguments()};
+    CommandLine commandLine{
+            parser.value(page), parser.value(screenshot), parser.positionalArguments()};
     if (parser.isSet(screenshot) && commandLine.screenshotDirectory.isEmpty())
         return fail(QStringLiteral("--screenshot needs a folder"));
     if (parser.isSet(page)) {

@@ -11,7 +11,7 @@ namespace Gallery {
 /*! What the program was asked for. */
 struct CommandLine
 {
-    QString page; // empty: the one that fits the files
+    QString page;                // empty: the one that fits the files
     QString screenshotDirectory; // empty: interactive
     QStringList files;
 

@@ -26,7 +26,7 @@ bool isClose(QRgb a, QRgb b)
 {
     constexpr int tolerance = 40;
     return std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance
-            && std::abs(qBlue(a) - qBlue(b)) <= tolerance;
+           && std::abs(qBlue(a) - qBlue(b)) <= tolerance;
 }
 
 bool contains(const QImage &image, const QRect &area, const QColor &color)
@@ -76,7 +76,8 @@ void ScreenshotTour::visitNext()
 void ScreenshotTour::takePicture(const QString &page)
 {
     const QImage image = m_window->grabWindow();
-    const QString path = QDir(m_directory).absoluteFilePath(page.toLower() + QStringLiteral(".png"));
+    const QString path =
+            QDir(m_directory).absoluteFilePath(page.toLower() + QStringLiteral(".png"));
     if (!image.save(path)) {
         std::fprintf(stderr, "gallery: %s: cannot write the picture\n", qPrintable(path));
         m_failed = true;
@@ -84,7 +85,8 @@ void ScreenshotTour::takePicture(const QString &page)
     }
     std::printf("%s\n", qPrintable(path));
     if (const QString defect = defectOf(image); !defect.isEmpty()) {
-        std::fprintf(stderr, "gallery: page %s draws nothing: %s\n", qPrintable(page), qPrintable(defect));
+        std::fprintf(stderr, "gallery: page %s draws nothing: %s\n", qPrintable(page),
+                qPrintable(defect));
         m_failed = true;
     }
 }

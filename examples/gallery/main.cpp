@@ -29,7 +29,8 @@ std::vector<Gallery::SignalPlayer::Source> readSources(const QStringList &files)
     std::vector<Gallery::SignalPlayer::Source> sources;
     for (const QString &file : files) {
         sources.push_back({QFileInfo(file).fileName(),
-                std::make_shared<const SampleTable>(Charts::Readers::readSamples(file.toStdString()))});
+                std::make_shared<const SampleTable>(
+                        Charts::Readers::readSamples(file.toStdString()))});
     }
     if (sources.empty()) {
         sources.push_back({QStringLiteral("computed signal"),
@@ -67,7 +68,8 @@ int main(int argc, char *argv[])
         page = commandLine->files.isEmpty() ? pages.first() : QStringLiteral("Signal");
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/qt/qml"));
-    engine.setInitialProperties({{QStringLiteral("pages"), pages}, {QStringLiteral("currentPage"), page}});
+    engine.setInitialProperties(
+            {{QStringLiteral("pages"), pages}, {QStringLiteral("currentPage"), page}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Gallery/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;
@@ -75,8 +77,10 @@ int main(int argc, char *argv[])
         return QGuiApplication::exec();
 
     Gallery::ScreenshotTour tour(qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst()),
-            commandLine->page.isEmpty() ? pages : QStringList{page}, commandLine->screenshotDirectory);
-    QObject::connect(&tour, &Gallery::ScreenshotTour::finished, &application,
+            commandLine->page.isEmpty() ? pages : QStringList{page},
+            commandLine->screenshotDirectory);
+    QObject::connect(
+            &tour, &Gallery::ScreenshotTour::finished, &application,
             [](int code) { QCoreApplication::exit(code); }, Qt::QueuedConnection);
     tour.start();
     return QGuiApplication::exec();

@@ -5,13 +5,11 @@ import Minimal
 
 Window {
     width: 640
-    height: 360
+    height: 320
     visible: true
-    color: "#10151c"
-    title: "A chart"
+    color: "#0b0f14"
 
     Chart {
-        id: chart
         anchors.fill: parent
         Component.onCompleted: addTrace(wave)
     }

@@ -16,8 +16,8 @@ QT_BEGIN_NAMESPACE
 class QTimer;
 QT_END_NAMESPACE
 
-Q_MOC_INCLUDE(<ChartsLibrary/AbstractTrace.h>)
-Q_MOC_INCLUDE(<ChartsLibrary/ChartMouseEvent.h>)
+Q_MOC_INCLUDE("ChartsLibrary/AbstractTrace.h")
+Q_MOC_INCLUDE("ChartsLibrary/ChartMouseEvent.h")
 
 namespace Charts {
 
@@ -55,10 +55,12 @@ class CHARTS_EXPORT Chart : public ChartItem
     /*! \qmlproperty bool Chart::isZoomEnabled
         Whether a drag with the left mouse button opens the rubber band. Default false. Switching it
         off resets a zoom. */
-    Q_PROPERTY(bool isZoomEnabled READ isZoomEnabled WRITE setIsZoomEnabled NOTIFY isZoomEnabledChanged)
+    Q_PROPERTY(bool isZoomEnabled READ isZoomEnabled WRITE setIsZoomEnabled NOTIFY
+                    isZoomEnabledChanged)
     /*! \qmlproperty ZoomDelegate Chart::rubberBand
         The item that shows the rectangle of a zoom drag, default null. Clearing it resets a zoom. */
-    Q_PROPERTY(Charts::ZoomDelegate *rubberBand READ rubberBand WRITE setRubberBand NOTIFY rubberBandChanged)
+    Q_PROPERTY(Charts::ZoomDelegate *rubberBand READ rubberBand WRITE setRubberBand NOTIFY
+                    rubberBandChanged)
 
 public:
     explicit Chart(QQuickItem *parent = nullptr);

@@ -120,8 +120,7 @@ void MouseResponseDispatcher::release(QMouseEvent *event, AbstractTrace *trace)
     offer(releaseEvent, trace, &AbstractTrace::released, m_chart, &Chart::released);
 
     // The handlers may have removed the trace.
-    AbstractTrace *clicked =
-            m_chart.includes(trace) && trace == m_pressedTrace ? trace : nullptr;
+    AbstractTrace *clicked = m_chart.includes(trace) && trace == m_pressedTrace ? trace : nullptr;
     ChartMouseEvent clickEvent(event, nullptr);
     if (clicked)
         Q_EMIT clicked->clicked(&clickEvent);

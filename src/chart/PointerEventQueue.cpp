@@ -36,7 +36,7 @@ bool PointerEventQueue::noteHover(const QHoverEvent &event)
     const QPointF previous = m_lastPosition;
     m_lastPosition = event.position();
     return !isFuzzyEqual(m_lastPosition.x(), previous.x())
-            || !isFuzzyEqual(m_lastPosition.y(), previous.y());
+           || !isFuzzyEqual(m_lastPosition.y(), previous.y());
 }
 
 void PointerEventQueue::push(const QMouseEvent &event)
@@ -48,8 +48,8 @@ void PointerEventQueue::push(const QMouseEvent &event)
 
 void PointerEventQueue::push(QEvent::Type type, const QHoverEvent &event)
 {
-    m_events.push_back(std::make_unique<QMouseEvent>(type, event.position(),
-            event.globalPosition(), m_lastButton, m_lastButtons, event.modifiers(),
+    m_events.push_back(std::make_unique<QMouseEvent>(type, event.position(), event.globalPosition(),
+            m_lastButton, m_lastButtons, event.modifiers(),
             QPointingDevice::primaryPointingDevice()));
 }
 

@@ -8,7 +8,7 @@
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
 
-Q_MOC_INCLUDE(<ChartsLibrary/TraceDomain.h>)
+Q_MOC_INCLUDE("ChartsLibrary/TraceDomain.h")
 
 namespace Charts {
 
@@ -40,13 +40,11 @@ public:
 
     /*! \qmlmethod real Domain::mapToGeometry(span geometryRange, span domianRange, real domain)
         Maps the data value \a domain from \a domianRange to \a geometryRange. */
-    Q_INVOKABLE double mapToGeometry(
-            Span geometryRange, Span domianRange, double domain) const;
+    Q_INVOKABLE double mapToGeometry(Span geometryRange, Span domianRange, double domain) const;
 
     /*! \qmlmethod real Domain::mapFromGeometry(span geometryRange, span domianRange, real geomtry)
         Maps the coordinate \a geomtry from \a geometryRange to \a domianRange. */
-    Q_INVOKABLE double mapFromGeometry(
-            Span geometryRange, Span domianRange, double geomtry) const;
+    Q_INVOKABLE double mapFromGeometry(Span geometryRange, Span domianRange, double geomtry) const;
 
     /*! \qmlmethod span Domain::span(real min, real max)
         The span (\a min, \a max) as given, not reordered. */

@@ -15,7 +15,8 @@ bool operator==(const Span &a, const Span &b)
 QDebug operator<<(QDebug debug, const Span &span)
 {
     const QDebugStateSaver saver(debug);
-    debug.nospace() << QStringLiteral("Span(%1, %2)").arg(span.min, 0, 'g', -1).arg(span.max, 0, 'g', -1);
+    debug.nospace()
+            << QStringLiteral("Span(%1, %2)").arg(span.min, 0, 'g', -1).arg(span.max, 0, 'g', -1);
     return debug;
 }
 

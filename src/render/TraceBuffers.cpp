@@ -40,7 +40,8 @@ void TraceBuffers::Buffer::update(TraceData &data)
         const Range<int> range = data.dirtyRange().pop(false);
         // A writer that marks more than it has must not make the driver read past the array.
         const int first = std::max(range.start, 0);
-        const auto end = std::min<std::int64_t>(std::int64_t{range.start} + range.length, pointCount);
+        const auto end =
+                std::min<std::int64_t>(std::int64_t{range.start} + range.length, pointCount);
         if (first < end) {
             m_buffer.write(first * pointSize, &array[static_cast<std::size_t>(first)],
                     static_cast<int>(end - first) * pointSize);

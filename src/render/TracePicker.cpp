@@ -39,7 +39,8 @@ AbstractTrace *TracePicker::findTrace(
     gl.glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel.data());
     if (pixel[3] != 255)
         return nullptr;
-    const std::size_t index = pixel[0] + (std::size_t{pixel[1]} << 8) + (std::size_t{pixel[2]} << 16);
+    const std::size_t index =
+            pixel[0] + (std::size_t{pixel[1]} << 8) + (std::size_t{pixel[2]} << 16);
     return index < m_selectionTraces.size() ? m_selectionTraces[index] : nullptr;
 }
 

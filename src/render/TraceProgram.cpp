@@ -9,6 +9,7 @@ namespace Charts {
 
 namespace {
 
+// clang-format off
 constexpr const char *desktopVertexSource =
         "#version 150\n"
         "in vec2 points;\n"
@@ -77,6 +78,7 @@ constexpr const char *esFragmentSource =
         "    discard;\n"
         "  gl_FragColor = vec4(color, 1);\n"
         "}\n";
+// clang-format on
 
 } // namespace
 

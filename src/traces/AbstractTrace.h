@@ -10,7 +10,7 @@
 #include <QtGui/QColor>
 #include <QtQml/qqmlregistration.h>
 
-Q_MOC_INCLUDE(<ChartsLibrary/ChartMouseEvent.h>)
+Q_MOC_INCLUDE("ChartsLibrary/ChartMouseEvent.h")
 
 namespace Charts {
 

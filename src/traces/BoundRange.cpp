@@ -24,9 +24,8 @@ void BoundRange::push(Range<int> range)
     if (end > m_size)
         return;
 
-    const auto touching = std::find_if(m_ranges.begin(), m_ranges.end(), [&](Range<int> stored) {
-        return range.start <= endOf(stored) && stored.start <= end;
-    });
+    const auto touching = std::find_if(m_ranges.begin(), m_ranges.end(),
+            [&](Range<int> stored) { return range.start <= endOf(stored) && stored.start <= end; });
     if (touching == m_ranges.end()) {
         m_ranges.push_back(range);
         return;

@@ -57,8 +57,9 @@ bool hasLoneCarriageReturn(std::string_view header)
     for (std::size_t i = 0; i + 1 < header.size(); ++i) {
         if (header[i] == '"')
             inQuotes = !inQuotes;
-        if (!inQuotes && header[i] == '\r' &&
-                isSpace(static_cast<unsigned char>(header[i + 1])) == 0 && header[i + 1] != '\n') {
+        if (!inQuotes && header[i] == '\r'
+                && isSpace(static_cast<unsigned char>(header[i + 1])) == 0
+                && header[i + 1] != '\n') {
             return true;
         }
     }
@@ -148,8 +149,8 @@ void CsvReader::take(std::string_view line)
 {
     m_rowLength += line.size();
     if (m_rowLength > MaximumRowLength) {
-        throw error(0, "row is longer than " + std::to_string(MaximumRowLength) +
-                               " bytes; a quote may not be closed");
+        throw error(0, "row is longer than " + std::to_string(MaximumRowLength)
+                               + " bytes; a quote may not be closed");
     }
 
     if (m_separator != '\0') {

@@ -37,7 +37,8 @@ LineReader::LineReader(const std::filesystem::path &file)
 LineReader::LineReader(std::istream &input, std::string name)
     : m_name(std::move(name))
     , m_input(input)
-{}
+{
+}
 
 bool LineReader::next()
 {

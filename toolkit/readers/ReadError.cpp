@@ -82,7 +82,8 @@ std::string message(
 
 ReadError::ReadError(std::string file, std::string cause)
     : ReadError(std::move(file), 0, 0, std::move(cause))
-{}
+{
+}
 
 ReadError::ReadError(std::string file, std::size_t line, std::size_t column, std::string cause)
     : std::runtime_error(message(file, line, column, cause))
@@ -90,7 +91,8 @@ ReadError::ReadError(std::string file, std::size_t line, std::size_t column, std
     , m_line(line)
     , m_column(column)
     , m_cause(std::move(cause))
-{}
+{
+}
 
 std::string oneLine(std::string_view text)
 {

@@ -42,8 +42,8 @@ bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase)
 bool isGap(std::string_view text)
 {
     const bool isSigned = text.starts_with('-') || text.starts_with('+');
-    return text.empty() || equalsIgnoringCase(isSigned ? text.substr(1) : text, "nan") ||
-           equalsIgnoringCase(text, "na") || equalsIgnoringCase(text, "null");
+    return text.empty() || equalsIgnoringCase(isSigned ? text.substr(1) : text, "nan")
+           || equalsIgnoringCase(text, "na") || equalsIgnoringCase(text, "null");
 }
 
 std::string counted(std::size_t count, std::string_view noun)
@@ -94,9 +94,10 @@ void readHeader(CsvReader &reader, SampleTable &table)
     bool onlyNumbers = true;
     for (std::size_t i = 0; i < reader.fieldCount(); ++i) {
         const std::string_view title = trimmed(reader.field(i));
-        onlyNumbers =
-                onlyNumbers && (isGap(title) || parseDouble(title, decimalMark(reader)).status !=
-                                                        NumberStatus::NotANumber);
+        onlyNumbers = onlyNumbers
+                      && (isGap(title)
+                              || parseDouble(title, decimalMark(reader)).status
+                                         != NumberStatus::NotANumber);
 
         auto [name, unit] = splitTitle(title);
         if (i == 0) {
@@ -157,15 +158,15 @@ void appendRow(const CsvReader &reader, SampleTable &table)
 {
     const std::size_t width = table.columns.size() + 1;
     if (reader.fieldCount() != width) {
-        throw reader.error(0, counted(reader.fieldCount(), "field") + " where the header has " +
-                                      std::to_string(width));
+        throw reader.error(0, counted(reader.fieldCount(), "field") + " where the header has "
+                                      + std::to_string(width));
     }
 
     const double time = timeOf(reader);
     if (!table.time.empty() && !(time > table.time.back())) {
-        throw reader.error(1, "time " + excerpt(reader.field(0)) +
-                                      " is not after the time before it, " +
-                                      shortest(table.time.back()));
+        throw reader.error(1, "time " + excerpt(reader.field(0))
+                                      + " is not after the time before it, "
+                                      + shortest(table.time.back()));
     }
     table.time.push_back(time);
     for (std::size_t i = 0; i < table.columns.size(); ++i)

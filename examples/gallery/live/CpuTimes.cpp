@@ -40,7 +40,8 @@ float loadBetween(const CpuTimes &before, const CpuTimes &now)
     const long long total = now.total - before.total;
     if (total <= 0)
         return 0.0F;
-    const auto load = 100.0F * static_cast<float>(now.busy - before.busy) / static_cast<float>(total);
+    const auto load =
+            100.0F * static_cast<float>(now.busy - before.busy) / static_cast<float>(total);
     return std::clamp(load, 0.0F, 100.0F);
 }
 

@@ -33,15 +33,14 @@ SweepSettings settingsFor(const Charts::Readers::SampleTable &table)
     const double step = duration / static_cast<double>(table.time.size() - 1);
     SweepSettings settings;
     settings.length = std::min(std::max(usualLength, leastSampleCount * step), duration);
-    settings.speed =
-            settings.length / std::clamp(settings.length, shortestSweep, longestSweep);
+    settings.speed = settings.length / std::clamp(settings.length, shortestSweep, longestSweep);
     return settings;
 }
 
 Charts::Span paddedRangeOf(const Charts::Readers::SampleTable &table)
 {
-    Charts::Span range(std::numeric_limits<double>::infinity(),
-            -std::numeric_limits<double>::infinity());
+    Charts::Span range(
+            std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity());
     for (const auto &column : table.columns) {
         for (const float value : column.values) {
             if (std::isnan(value))

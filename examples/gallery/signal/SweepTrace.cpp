@@ -35,8 +35,8 @@ SweepTrace::SweepTrace(Table table, std::size_t column, const SweepSettings &set
     // One vertex more than any sweep has samples: the gap needs at least one.
     const std::size_t vertexCount = longest + 1;
     m_data.setDrawType(Charts::DrawType::LineStrip);
-    m_data.array().assign(vertexCount,
-            {.x = static_cast<float>(m_settings.length), .y = 0.0F, .opacity = 0.0F});
+    m_data.array().assign(
+            vertexCount, {.x = static_cast<float>(m_settings.length), .y = 0.0F, .opacity = 0.0F});
     m_data.dirtyRange().setSize(static_cast<int>(vertexCount));
     m_data.filledRange().setSize(static_cast<int>(vertexCount));
     mark(0, vertexCount);
@@ -74,7 +74,8 @@ std::size_t SweepTrace::firstSampleOf(long long sweep) const
     if (sweep >= m_sweepCount)
         return time.size();
     const double start = time.front() + static_cast<double>(sweep) * m_settings.length;
-    return static_cast<std::size_t>(std::lower_bound(time.begin(), time.end(), start) - time.begin());
+    return static_cast<std::size_t>(
+            std::lower_bound(time.begin(), time.end(), start) - time.begin());
 }
 
 void SweepTrace::beginSweep(long long sweep)
@@ -91,8 +92,8 @@ void SweepTrace::advanceTo(double position)
 {
     auto &array = m_data.array();
     const auto &values = m_table->columns[m_column].values;
-    const double start = m_table->time.front()
-            + static_cast<double>(m_sweep % m_sweepCount) * m_settings.length;
+    const double start =
+            m_table->time.front() + static_cast<double>(m_sweep % m_sweepCount) * m_settings.length;
     const std::size_t firstChanged = m_head;
 
     for (; m_nextSample < m_endSample; ++m_nextSample, ++m_head) {
@@ -101,8 +102,8 @@ void SweepTrace::advanceTo(double position)
             break;
         const float value = values[m_nextSample];
         array[m_head] = std::isnan(value)
-                ? Charts::TracePoint{static_cast<float>(x), 0.0F, missingOpacity}
-                : Charts::TracePoint{static_cast<float>(x), value, 1.0F};
+                                ? Charts::TracePoint{static_cast<float>(x), 0.0F, missingOpacity}
+                                : Charts::TracePoint{static_cast<float>(x), value, 1.0F};
     }
 
     const auto gapX = static_cast<float>(position + gapShare * m_settings.length);

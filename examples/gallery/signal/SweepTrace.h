@@ -58,7 +58,7 @@ private:
     Charts::TraceData m_data;
 
     long long m_sweepCount = 1; // of the whole table
-    long long m_sweep = 0; // the one being written, counted on and on
+    long long m_sweep = 0;      // the one being written, counted on and on
     std::size_t m_nextSample = 0;
     std::size_t m_endSample = 0;
     std::size_t m_head = 0;
