@@ -102,17 +102,20 @@ QString ScreenshotTour::defectOf(const QImage &image) const
     const QRectF rect = chart->mapRectToScene(chart->boundingRect());
     const QRect area = QRectF(rect.topLeft() * scale, rect.size() * scale).toRect() & image.rect();
 
+    // One trace is enough: it may cover others that have the same values.
+    QStringList sought;
     const QVariant list = page->property("traces");
-    int count = 0;
     for (const QVariant &value : list.value<QSequentialIterable>()) {
         const auto *trace = qobject_cast<Charts::AbstractTrace *>(value.value<QObject *>());
         if (!trace || !trace->isVisible())
             continue;
-        ++count;
-        if (!contains(image, area, trace->color()))
-            return QStringLiteral("no pixel has the colour of %1").arg(trace->name());
+        if (contains(image, area, trace->color()))
+            return {};
+        sought.append(trace->name());
     }
-    return count > 0 ? QString() : QStringLiteral("it has no visible trace");
+    if (sought.isEmpty())
+        return QStringLiteral("it has no visible trace");
+    return QStringLiteral("no pixel has the colour of %1").arg(sought.join(QStringLiteral(", ")));
 }
 
 } // namespace Gallery

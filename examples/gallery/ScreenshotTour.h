@@ -13,7 +13,7 @@ namespace Gallery {
 
 /*!
     Visits pages one after another, lets each run for two seconds and writes its picture into a
-    folder. A page on which a visible trace left no pixel of its colour has drawn nothing, and the
+    folder. A page on which no visible trace left a pixel of its colour has drawn nothing, and the
     tour ends with a failure.
 */
 class ScreenshotTour : public QObject
