@@ -1,36 +1,52 @@
 // SPDX-License-Identifier: MIT
 #include "PlaybackClock.h"
 
+#include <chrono>
+#include <utility>
+
 namespace Gallery {
 
-PlaybackClock::PlaybackClock()
+namespace {
+
+double steadySeconds()
 {
-    m_timer.start();
+    const auto sinceBoot = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(sinceBoot).count();
+}
+
+} // namespace
+
+PlaybackClock::PlaybackClock()
+    : PlaybackClock(steadySeconds)
+{
+}
+
+PlaybackClock::PlaybackClock(TimeSource now)
+    : m_now(std::move(now))
+    , m_resumedAt(m_now())
+{
 }
 
 double PlaybackClock::seconds() const
 {
-    const double running = isPaused() ? 0.0 : static_cast<double>(m_timer.nsecsElapsed()) * 1e-9;
-    return m_secondsBefore + running;
+    return m_isPaused ? m_secondsBefore : m_secondsBefore + (m_now() - m_resumedAt);
 }
 
 void PlaybackClock::setPaused(bool paused)
 {
-    if (paused == isPaused())
+    if (paused == m_isPaused)
         return;
-    if (paused) {
+    if (paused)
         m_secondsBefore = seconds();
-        m_timer.invalidate();
-    } else {
-        m_timer.start();
-    }
+    else
+        m_resumedAt = m_now();
+    m_isPaused = paused;
 }
 
 void PlaybackClock::restart()
 {
     m_secondsBefore = 0.0;
-    if (!isPaused())
-        m_timer.start();
+    m_resumedAt = m_now();
 }
 
 } // namespace Gallery

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtCore/QElapsedTimer>
+#include <functional>
 
 namespace Gallery {
 
@@ -12,17 +12,26 @@ namespace Gallery {
 class PlaybackClock
 {
 public:
+    /*! Gives the seconds since some instant, which never grow fewer. Called by seconds(), on
+        whichever thread that one is called, also on several at a time. */
+    using TimeSource = std::function<double()>;
+
+    /*! A running clock. */
     PlaybackClock();
+    /*! A running clock that takes the time from \a now instead of the machine. */
+    explicit PlaybackClock(TimeSource now);
 
     [[nodiscard]] double seconds() const;
-    [[nodiscard]] bool isPaused() const { return !m_timer.isValid(); }
+    [[nodiscard]] bool isPaused() const { return m_isPaused; }
     void setPaused(bool paused);
     /*! Starts again at 0; a paused clock stays paused. */
     void restart();
 
 private:
-    QElapsedTimer m_timer;
-    double m_secondsBefore = 0.0;
+    TimeSource m_now;
+    double m_resumedAt = 0.0;     // by the time source
+    double m_secondsBefore = 0.0; // when it was resumed
+    bool m_isPaused = false;
 };
 
 } // namespace Gallery

@@ -1,4 +1,5 @@
 #version 440 core
+// SPDX-License-Identifier: MIT
 
 layout(location = 0) in vec4 vertex;
 layout(location = 1) in vec4 vertexColor;

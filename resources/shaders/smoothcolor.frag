@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 varying lowp vec4 color;
 
 void main()

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 attribute highp vec4 vertex;
 attribute lowp vec4 vertexColor;
 attribute highp vec2 vertexOffset;

@@ -8,15 +8,13 @@
 #include "PointerEventQueue.h"
 #include "Rounding.h"
 #include "TraceDomain.h"
+#include "TraceList.h"
 
 #include <QtConcurrent/QtConcurrentMap>
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 
-#include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <cstddef>
 #include <utility>
 
 namespace Charts {
@@ -30,21 +28,13 @@ bool hasArea(const QRectF &rect)
     return rect.width() > 0.0 && rect.height() > 0.0;
 }
 
-// A NaN goes last: compared with the plain operator it would be equivalent to everything, which
-// no sort survives.
-bool isBelow(const AbstractTrace *a, const AbstractTrace *b)
-{
-    if (std::isnan(b->z()))
-        return !std::isnan(a->z());
-    return a->z() < b->z();
-}
-
 } // namespace
 
 Chart::Chart(QQuickItem *parent)
     : ChartItem(parent)
     , m_eventQueue(std::make_unique<PointerEventQueue>())
     , m_updateTimer(new QTimer(this))
+    , m_traces(std::make_unique<TraceList>())
     , m_dispatcher(std::make_unique<MouseResponseDispatcher>(*this))
 {
     setFlag(ItemHasContents);
@@ -68,7 +58,7 @@ void Chart::addTrace(AbstractTrace *trace)
     if (!trace)
         return;
     trace->domain()->setSize(size());
-    m_traces.push_back(trace);
+    m_traces->append(trace);
     connect(trace, &AbstractTrace::zChanged, this, &Chart::resortTraces);
     connect(trace, &QObject::destroyed, this, [this, trace] {
         // Every entry at once: removing the first one drops the connections of the others too.
@@ -81,10 +71,8 @@ void Chart::addTrace(AbstractTrace *trace)
 
 void Chart::removeTrace(AbstractTrace *trace)
 {
-    const auto entry = std::find(m_traces.begin(), m_traces.end(), trace);
-    if (entry == m_traces.end())
+    if (!m_traces->removeFirst(trace))
         return;
-    m_traces.erase(entry);
     // All receivers, not only this chart: a removed trace is silent in both signals.
     disconnect(trace, &AbstractTrace::zChanged, nullptr, nullptr);
     disconnect(trace, &QObject::destroyed, nullptr, nullptr);
@@ -93,33 +81,37 @@ void Chart::removeTrace(AbstractTrace *trace)
 
 bool Chart::includes(AbstractTrace *trace) const
 {
-    return trace && std::find(m_traces.begin(), m_traces.end(), trace) != m_traces.end();
-}
-
-template<typename Visit>
-void Chart::forEachTrace(Visit &&visit)
-{
-    // By index: a handler of the domains' signals may add and remove traces meanwhile.
-    for (std::size_t i = 0; i < m_traces.size(); ++i)
-        visit(*m_traces[i]);
+    return trace && m_traces->contains(trace);
 }
 
 void Chart::resortTraces()
 {
-    std::sort(m_traces.begin(), m_traces.end(), isBelow);
+    forgetDestroyedTraces();
+    m_traces->sort();
 }
 
 void Chart::updateTraces()
 {
-    QtConcurrent::blockingMap(QThreadPool::globalInstance(), m_traces,
-            [](AbstractTrace *trace) { trace->updateData(); });
+    forgetDestroyedTraces();
+    if (!m_traces->isEmpty()) {
+        QtConcurrent::blockingMap(QThreadPool::globalInstance(), m_traces->traces(),
+                [](AbstractTrace *trace) { trace->updateData(); });
+    }
     update();
+}
+
+void Chart::forgetDestroyedTraces()
+{
+    if (m_traces->dropDestroyed())
+        m_tracesDirty = true;
 }
 
 void Chart::geometryUpdate(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     if (hasArea(newGeometry)) {
-        forEachTrace([&](AbstractTrace &trace) { trace.domain()->setSize(newGeometry.size()); });
+        forgetDestroyedTraces();
+        m_traces->forEach(
+                [&](AbstractTrace &trace) { trace.domain()->setSize(newGeometry.size()); });
     }
     ChartItem::geometryUpdate(newGeometry, oldGeometry);
 }
@@ -135,15 +127,19 @@ QSGNode *Chart::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
     if (!node)
         node = new ChartNode(window());
     AbstractRenderNode *renderNode = node->renderNode();
-    if (!renderNode)
+    if (!renderNode) {
+        // Nobody will ever answer them.
+        m_eventQueue->events().clear();
         return node;
+    }
 
-    if (!m_traces.empty() || m_tracesDirty) {
+    forgetDestroyedTraces();
+    if (!m_traces->isEmpty() || m_tracesDirty) {
         const QSize textureSize(roundToInt(rect.width()), roundToInt(rect.height()));
         if (textureSize != renderNode->textureSize())
             renderNode->setTextureSize(textureSize);
         renderNode->setRect(rect);
-        renderNode->setTraceData(m_tracesDirty, m_traces);
+        renderNode->setTraceData(m_tracesDirty, m_traces->traces());
         renderNode->setAntialiasing(antialiasing());
         if (!m_eventQueue->isEmpty())
             renderNode->pushMouseEvents(std::move(m_eventQueue->events()));
@@ -224,7 +220,7 @@ void Chart::hoverLeaveEvent(QHoverEvent *event)
 
 void Chart::queueMouseEvent(QMouseEvent *event)
 {
-    if (m_traces.empty())
+    if (m_traces->isEmpty())
         return;
     m_eventQueue->push(*event);
     update();
@@ -232,7 +228,7 @@ void Chart::queueMouseEvent(QMouseEvent *event)
 
 void Chart::queueHoverEvent(QEvent::Type type, QHoverEvent *event)
 {
-    if (m_traces.empty())
+    if (m_traces->isEmpty())
         return;
     m_eventQueue->push(type, *event);
     update();
@@ -281,7 +277,8 @@ void Chart::setRubberBand(ZoomDelegate *rubberBand)
 void Chart::zoomIn(QRectF rect)
 {
     setIsZoomed(true);
-    forEachTrace([&](AbstractTrace &trace) { trace.domain()->zoomIn(rect); });
+    forgetDestroyedTraces();
+    m_traces->forEach([&](AbstractTrace &trace) { trace.domain()->zoomIn(rect); });
     updateTraces();
     Q_EMIT zoomedIn();
 }
@@ -291,7 +288,8 @@ void Chart::zoomReset()
     if (!m_isZoomed)
         return;
     setIsZoomed(false);
-    forEachTrace([](AbstractTrace &trace) { trace.domain()->zoomReset(); });
+    forgetDestroyedTraces();
+    m_traces->forEach([](AbstractTrace &trace) { trace.domain()->zoomReset(); });
     updateTraces();
 }
 

@@ -25,6 +25,7 @@ class AbstractTrace;
 class ChartMouseEvent;
 class MouseResponseDispatcher;
 class PointerEventQueue;
+class TraceList;
 
 /*!
     \qmltype Chart
@@ -33,7 +34,12 @@ class PointerEventQueue;
     under the mouse.
 
     Traces are drawn where the scene graph uses OpenGL; with another graphics API the chart shows
-    none.
+    none and emits no mouse signals.
+
+    A mouse event is answered from the selection image that exists, and alone it requests no new
+    one: a trace is found where it was when data last changed while an event was waiting. An
+    application that wants hits on resting data marks one of its traces changed while the pointer
+    moves over the chart.
 */
 /*!
     \class Charts::Chart
@@ -103,11 +109,25 @@ Q_SIGNALS:
     void rubberBandChanged(QQuickItem *rubberBand);
     void isZoomedChanged(bool isZoomed);
     void isZoomEnabledChanged();
+    /*! \qmlsignal Chart::zoomedIn()
+        A zoom has been applied to all traces. */
     void zoomedIn();
+    /*! \qmlsignal Chart::clicked(ChartMouseEvent event)
+        Released where no trace was both pressed and released, or the trace's handler has set
+        \c event.accepted to false. No mouse signal comes from a chart without traces. */
     void clicked(Charts::ChartMouseEvent *event);
+    /*! \qmlsignal Chart::hovered(ChartMouseEvent event, bool state)
+        The pointer came into the chart, \a state true, or left it, false. Moves inside emit the
+        signals of traces only. */
     void hovered(Charts::ChartMouseEvent *event, bool state);
+    /*! \qmlsignal Chart::pressed(ChartMouseEvent event)
+        Pressed on no trace, or passed on by the trace's handler. */
     void pressed(Charts::ChartMouseEvent *event);
+    /*! \qmlsignal Chart::released(ChartMouseEvent event)
+        Released on no trace, or passed on by the trace's handler. */
     void released(Charts::ChartMouseEvent *event);
+    /*! \qmlsignal Chart::doubleClicked(ChartMouseEvent event)
+        Double-clicked on no trace, or passed on by the trace's handler. */
     void doubleClicked(Charts::ChartMouseEvent *event);
 
 protected:
@@ -129,14 +149,13 @@ private:
     void queueMouseEvent(QMouseEvent *event);
     void queueHoverEvent(QEvent::Type type, QHoverEvent *event);
     [[nodiscard]] bool isRubberBandShown() const;
-    template<typename Visit>
-    void forEachTrace(Visit &&visit);
+    void forgetDestroyedTraces();
 
     std::unique_ptr<PointerEventQueue> m_eventQueue;
     std::vector<MouseEventResponse> m_mouseEventResponses;
     QTimer *m_updateTimer = nullptr;
     bool m_tracesDirty = true;
-    std::vector<AbstractTrace *> m_traces;
+    std::unique_ptr<TraceList> m_traces;
     QPointer<ZoomDelegate> m_rubberBand;
     std::unique_ptr<MouseResponseDispatcher> m_dispatcher;
     bool m_isZoomed = false;

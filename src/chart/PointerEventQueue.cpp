@@ -39,17 +39,20 @@ bool PointerEventQueue::noteHover(const QHoverEvent &event)
            || !isFuzzyEqual(m_lastPosition.y(), previous.y());
 }
 
+// The events of a device share the data of its points, among them the one that is still being
+// delivered. So a copy states all positions: one left out would be set in the original, too.
+
 void PointerEventQueue::push(const QMouseEvent &event)
 {
     m_events.push_back(std::make_unique<QMouseEvent>(event.type(), rounded(event.position()),
-            event.globalPosition(), event.button(), event.buttons(), event.modifiers(),
-            QPointingDevice::primaryPointingDevice()));
+            event.scenePosition(), event.globalPosition(), event.button(), event.buttons(),
+            event.modifiers(), QPointingDevice::primaryPointingDevice()));
 }
 
 void PointerEventQueue::push(QEvent::Type type, const QHoverEvent &event)
 {
-    m_events.push_back(std::make_unique<QMouseEvent>(type, event.position(), event.globalPosition(),
-            m_lastButton, m_lastButtons, event.modifiers(),
+    m_events.push_back(std::make_unique<QMouseEvent>(type, event.position(), event.scenePosition(),
+            event.globalPosition(), m_lastButton, m_lastButtons, event.modifiers(),
             QPointingDevice::primaryPointingDevice()));
 }
 

@@ -52,8 +52,9 @@ public:
 
     /*! \qmlmethod real Domain::niceStep(span span)
         A readable step that divides \a span into at most ten parts: 0.1, 0.125, 0.2, 0.25, 0.3,
-        0.4, 0.5, 0.6, 0.75 or 1 times a power of ten. A span no longer than 1e-12 gives its own
-        length, a reversed one 1e-301. */
+        0.4, 0.5, 0.6, 0.75 or 1 times a power of ten. Where |max - min| is at most 1e-12
+        the difference itself is the step, with its sign; a span reversed further gives 1e-301, one
+        that is not finite no finite step. */
     Q_INVOKABLE double niceStep(Span span) const;
 
     /*! \qmlmethod bool Domain::isDomainRound(TraceDomain domain)

@@ -10,7 +10,8 @@ namespace Charts {
 /*!
     \internal
     Relative comparison: equal when |a - b| * 1e12 <= min(|a|, |b|). There is no special case for
-    zero, so 0 equals nothing but 0. A NaN equals nothing.
+    zero, so 0 equals nothing but 0. A NaN equals nothing; an infinity follows the arithmetic, it
+    differs from itself and equals its negative.
 */
 [[nodiscard]] inline bool isRelativelyEqual(double a, double b)
 {
@@ -20,8 +21,7 @@ namespace Charts {
 /*!
     \internal
     Relative comparison that switches to the absolute tolerance 1e-12 as soon as one of the two
-    values is exactly zero, where a relative tolerance would shrink to nothing. A NaN equals
-    nothing.
+    values is exactly zero, where a relative tolerance would shrink to nothing.
 */
 [[nodiscard]] inline bool isFuzzyEqual(double a, double b)
 {

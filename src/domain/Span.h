@@ -59,11 +59,12 @@ public:
 
 /*!
     Compares \c min, then \c max: within 1e-12 absolutely when one of the two values is exactly 0,
-    otherwise within 1e-12 of the smaller magnitude.
+    otherwise within 1e-12 of the smaller magnitude. Near zero that is coarse for ranges whose ends
+    are themselves around 1e-12: choose a unit in which they are well above it.
 */
 CHARTS_EXPORT bool operator==(const Span &a, const Span &b);
 
-/*! Writes "Span(min, max)" as one string, quoted unless the stream has quoting switched off. */
+/*! Writes "Span(min, max)", the ends with up to six significant digits, as one string, quoted unless the stream has quoting switched off. */
 CHARTS_EXPORT QDebug operator<<(QDebug debug, const Span &span);
 
 } // namespace Charts

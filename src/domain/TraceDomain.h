@@ -110,6 +110,8 @@ public:
     /*! The visible data rectangle: x and y are the lower ends, the extent is (spanX, spanY). */
     [[nodiscard]] QRectF geometry() const;
 
+    /*! Stores the range as passed, unless it equals the present one (operator== of Span, so within
+        1e-12 absolutely where an end is 0). The same holds for the ranges below. */
     void setRangeX(Span range);
     void setRangeX(double min, double max);
     void setRangeY(Span range);

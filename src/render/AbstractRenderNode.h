@@ -39,7 +39,8 @@ public:
         one handed over before. */
     virtual void setTraceData(bool tracesDirty, const std::vector<AbstractTrace *> &traces) = 0;
     virtual void setAntialiasing(bool enabled) = 0;
-    /*! Takes \a events over, to be answered in their order. The vector is left empty. */
+    /*! Takes \a events, none of them null, over to be answered in their order. The vector is left
+        empty. Events alone request no new selection image. */
     virtual void pushMouseEvents(std::vector<std::unique_ptr<QMouseEvent>> &&events) = 0;
     /*! Hands out the answers gathered so far; the renderer keeps none of them. */
     virtual std::vector<MouseEventResponse> takeMouseEventResponses() = 0;

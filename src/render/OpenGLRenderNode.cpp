@@ -133,17 +133,19 @@ void OpenGLRenderNode::render()
 
 void OpenGLRenderNode::renderVisual()
 {
-    m_framebuffers->render()->bind();
-    renderGL(false);
-    m_framebuffers->resolve();
+    // A framebuffer that the driver refused cannot be bound, and the window's own is not ours.
+    if (m_framebuffers->render()->bind()) {
+        renderGL(false);
+        m_framebuffers->resolve();
+    }
     markDirty(QSGNode::DirtyMaterial);
 }
 
 void OpenGLRenderNode::renderSelection()
 {
-    m_framebuffers->selection()->bind();
     m_picker->begin(m_traces.size());
-    renderGL(true);
+    if (m_framebuffers->selection()->bind())
+        renderGL(true);
     m_selectionDirty = false;
 }
 
@@ -200,20 +202,20 @@ QMatrix4x4 OpenGLRenderNode::mainMatrix(const ViewPort &viewPort) const
 std::array<QMatrix4x4, 2> OpenGLRenderNode::boundingXMatricies(
         const ViewPort &viewPort, float pixel) const
 {
-    return TraceMatrices::boundingX(viewPort, pixel);
+    return TraceMatrices::boundingX(mainMatrix(viewPort), viewPort, pixel);
 }
 
 std::array<QMatrix4x4, 2> OpenGLRenderNode::boundingYMatricies(
         const ViewPort &viewPort, float pixel) const
 {
-    return TraceMatrices::boundingY(viewPort, pixel);
+    return TraceMatrices::boundingY(mainMatrix(viewPort), viewPort, pixel);
 }
 
 void OpenGLRenderNode::initGL()
 {
     recreateFBO();
     m_program = std::make_unique<TraceProgram>();
-    if (m_vao.create())
+    if (m_vao.isCreated() || m_vao.create())
         m_vao.bind();
     // Desktop OpenGL takes the point size from the vertex shader only when told to.
     if (!QOpenGLContext::currentContext()->isOpenGLES())
@@ -224,6 +226,7 @@ void OpenGLRenderNode::initGL()
 
 void OpenGLRenderNode::recreateFBO()
 {
+    m_picker->forgetImage();
     QSGTexture *texture = m_framebuffers->create(m_window, m_textureSize, m_antialiasing);
     if (!m_imageNode) {
         m_imageNode = m_window->createImageNode();
@@ -243,8 +246,8 @@ void OpenGLRenderNode::recreateFBO()
 void OpenGLRenderNode::hideImage()
 {
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
-    m_framebuffers->render()->bind();
-    glClear(GL_COLOR_BUFFER_BIT);
+    if (m_framebuffers->render()->bind())
+        glClear(GL_COLOR_BUFFER_BIT);
     setRect(QRectF());
     renderVisual();
 }

@@ -58,20 +58,21 @@ void TraceDrawPass::draw(const AbstractTrace *trace, TraceData &data, const QVec
     const PixelSize pixel = applyViewport(data);
     m_program.setColor(color);
 
-    MatrixList matrices(TraceMatrices::main(viewPort));
+    const QMatrix4x4 main = TraceMatrices::main(viewPort);
+    MatrixList matrices(main);
 
     // Clamping stops one pixel inside the edge, so that what lies outside stays visible on it.
     m_program.enableBoundingY(data.boundingY() == BoundingMethod::Clamp);
     if (data.boundingY() == BoundingMethod::Clamp)
         m_program.setBoundsY(viewPort.y + pixel.y, viewPort.y + viewPort.height - pixel.y);
     else if (data.boundingY() == BoundingMethod::ExtraMatrices)
-        matrices.append(TraceMatrices::boundingY(viewPort, pixel.y));
+        matrices.append(TraceMatrices::boundingY(main, viewPort, pixel.y));
 
     m_program.enableBoundingX(data.boundingX() == BoundingMethod::Clamp);
     if (data.boundingX() == BoundingMethod::Clamp)
         m_program.setBoundsX(viewPort.x + pixel.x, viewPort.x + viewPort.width - pixel.x);
     else if (data.boundingX() == BoundingMethod::ExtraMatrices)
-        matrices.append(TraceMatrices::boundingX(viewPort, pixel.x));
+        matrices.append(TraceMatrices::boundingX(main, viewPort, pixel.x));
 
     TraceBuffers::Buffer &buffer = m_buffers.bufferOf(trace);
     buffer.update(data);
@@ -80,12 +81,7 @@ void TraceDrawPass::draw(const AbstractTrace *trace, TraceData &data, const QVec
     m_gl.glVertexAttribPointer(TraceProgram::OpacityLocation, 1, GL_FLOAT, GL_FALSE,
             sizeof(TracePoint), reinterpret_cast<const void *>(offsetof(TracePoint, opacity)));
 
-    if (data.drawType() == DrawType::Points)
-        m_program.setPointSize(data.width());
-    for (const QMatrix4x4 &matrix : matrices) {
-        m_program.setMatrix(matrix);
-        drawFilled(data, buffer.pointCount());
-    }
+    drawFilled(data, matrices, buffer.pointCount());
     buffer.release();
 }
 
@@ -104,18 +100,23 @@ TraceDrawPass::PixelSize TraceDrawPass::applyViewport(const TraceData &data)
     return {viewPort.width / static_cast<float>(side), viewPort.height / static_cast<float>(side)};
 }
 
-void TraceDrawPass::drawFilled(const TraceData &data, int pointCount)
+template<typename Matrices>
+void TraceDrawPass::drawFilled(const TraceData &data, const Matrices &matrices, int pointCount)
 {
+    const bool isLine = data.drawType() == DrawType::LineStrip;
+    if (data.drawType() == DrawType::Points)
+        m_program.setPointSize(data.width());
+
     // Whatever the filled ranges are, the whole array is drawn in one call; but never more of it
     // than the buffer holds, should a writer have forgotten to set the size.
     const int count = std::min(data.filledRange().size(), pointCount);
     if (data.filledRange().isEmpty() || count <= 0)
         return;
-    if (data.drawType() == DrawType::LineStrip) {
+    if (isLine)
         m_gl.glLineWidth(data.width() + m_extraLineWidth);
-        m_gl.glDrawArrays(GL_LINE_STRIP, 0, count);
-    } else {
-        m_gl.glDrawArrays(GL_POINTS, 0, count);
+    for (const QMatrix4x4 &matrix : matrices) {
+        m_program.setMatrix(matrix);
+        m_gl.glDrawArrays(isLine ? GL_LINE_STRIP : GL_POINTS, 0, count);
     }
 }
 

@@ -40,7 +40,8 @@ private:
     };
 
     PixelSize applyViewport(const TraceData &data);
-    void drawFilled(const TraceData &data, int pointCount);
+    template<typename Matrices>
+    void drawFilled(const TraceData &data, const Matrices &matrices, int pointCount);
 
     QOpenGLFunctions &m_gl;
     TraceProgram &m_program;

@@ -28,22 +28,20 @@ QMatrix4x4 main(const ViewPort &viewPort)
     return matrix.inverted();
 }
 
-std::array<QMatrix4x4, 2> boundingX(const ViewPort &viewPort, float pixel)
+std::array<QMatrix4x4, 2> boundingX(const QMatrix4x4 &main, const ViewPort &viewPort, float pixel)
 {
-    const QMatrix4x4 inside = main(viewPort);
     const QVector3D right(viewPort.x + viewPort.width - pixel, 0.0F, 0.0F);
     const QVector3D left(viewPort.x + pixel, 0.0F, 0.0F);
     const QVector3D axis(0.0F, 1.0F, 0.0F);
-    return {folded(inside, right, -90.0F, axis), folded(inside, left, 90.0F, axis)};
+    return {folded(main, right, -90.0F, axis), folded(main, left, 90.0F, axis)};
 }
 
-std::array<QMatrix4x4, 2> boundingY(const ViewPort &viewPort, float pixel)
+std::array<QMatrix4x4, 2> boundingY(const QMatrix4x4 &main, const ViewPort &viewPort, float pixel)
 {
-    const QMatrix4x4 inside = main(viewPort);
     const QVector3D top(0.0F, viewPort.y + viewPort.height - pixel, 0.0F);
     const QVector3D bottom(0.0F, viewPort.y + pixel, 0.0F);
     const QVector3D axis(1.0F, 0.0F, 0.0F);
-    return {folded(inside, top, 90.0F, axis), folded(inside, bottom, -90.0F, axis)};
+    return {folded(main, top, 90.0F, axis), folded(main, bottom, -90.0F, axis)};
 }
 
 } // namespace Charts::TraceMatrices

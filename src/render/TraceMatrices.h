@@ -29,11 +29,13 @@ namespace TraceMatrices {
         beyond           |          |<---o     drawn on the line, its distance turned into depth
 
     A quarter turn about the line puts every vertex on it. The distance becomes depth, shrunk so
-    far that nothing beyond the edge leaves the clip volume soon.
+    far that nothing beyond the edge leaves the clip volume soon. \a main is main(viewPort).
 */
-[[nodiscard]] std::array<QMatrix4x4, 2> boundingX(const ViewPort &viewPort, float pixel);
+[[nodiscard]] std::array<QMatrix4x4, 2> boundingX(
+        const QMatrix4x4 &main, const ViewPort &viewPort, float pixel);
 /*! The same for the top and the bottom edge. */
-[[nodiscard]] std::array<QMatrix4x4, 2> boundingY(const ViewPort &viewPort, float pixel);
+[[nodiscard]] std::array<QMatrix4x4, 2> boundingY(
+        const QMatrix4x4 &main, const ViewPort &viewPort, float pixel);
 
 } // namespace TraceMatrices
 

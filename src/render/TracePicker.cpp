@@ -7,6 +7,7 @@
 #include <QtOpenGL/QOpenGLFramebufferObject>
 
 #include <array>
+#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -30,13 +31,16 @@ void TracePicker::push(std::vector<std::unique_ptr<QMouseEvent>> &&events)
 AbstractTrace *TracePicker::findTrace(
         QOpenGLFunctions &gl, QOpenGLFramebufferObject *image, const QMouseEvent &event) const
 {
-    image->bind();
-    const int x = roundToInt(event.position().x());
+    const std::int64_t x = roundToInt(event.position().x());
     // The picture's rows run bottom-up. Without a further - 1 the row read is the one above the
     // mirrored row: an event exactly on the boundary of two rows belongs to the upper one.
-    const int y = image->height() - roundToInt(event.position().y());
+    const std::int64_t y = image->height() - std::int64_t{roundToInt(event.position().y())};
+    // An image that the driver refused cannot be bound; reading would then hit the window's own.
+    if (x < 0 || x >= image->width() || y < 0 || y >= image->height() || !image->bind())
+        return nullptr;
     std::array<unsigned char, 4> pixel = {};
-    gl.glReadPixels(x, y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel.data());
+    gl.glReadPixels(static_cast<GLint>(x), static_cast<GLint>(y), 1, 1, GL_RGBA, GL_UNSIGNED_BYTE,
+            pixel.data());
     if (pixel[3] != 255)
         return nullptr;
     const std::size_t index =

@@ -37,6 +37,9 @@ public:
     /*! Notes that the \a index th trace drawn is \a trace. */
     void record(std::size_t index, AbstractTrace *trace) { m_selectionTraces[index] = trace; }
 
+    /*! The image is gone: what it showed must not be taken for what is there. */
+    void forgetImage() { m_selectionTraces.clear(); }
+
     void push(std::vector<std::unique_ptr<QMouseEvent>> &&events);
     [[nodiscard]] bool hasEvents() const { return !m_events.empty(); }
 

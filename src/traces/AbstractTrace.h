@@ -47,14 +47,16 @@ class CHARTS_EXPORT AbstractTrace : public QObject
         Display name, default empty. */
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
     /*! \qmlproperty real AbstractTrace::z
-        Stacking order among the traces of a chart, default 0; a greater z is drawn later. */
+        Stacking order among the traces of a chart, default 0; a greater z is drawn on top, a NaN
+        above all. The list is sorted at once, the picture follows with the next change of data. */
     Q_PROPERTY(double z READ z WRITE setZ NOTIFY zChanged)
     /*! \qmlproperty color AbstractTrace::color
         Colour, default invalid. */
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
     /*! \qmlproperty real AbstractTrace::lineWidth
-        Line width in pixels, default 1.5. A relative change below 1e-12 is ignored. The notify
-        signal is spelled \c lineWidthChaned. */
+        Line width in pixels, default 1.5, stored as given. A relative change of at most 1e-12 is
+        ignored. A subclass carries it into its data. The notify signal is spelled
+        \c lineWidthChaned. */
     Q_PROPERTY(double lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChaned)
     /*! \qmlproperty TraceDomain AbstractTrace::domain
         The trace's coordinate system. Constant, never null. */
@@ -75,11 +77,13 @@ public:
     virtual void setName(const QString &name);
     void setVisible(bool visible);
     void setZ(double z);
-    /*! A subclass overrides it to carry the colour into its data, and calls the base. */
+    /*! A subclass may override it to take note of the colour, and calls the base then; its data
+        it writes in updateData(). */
     virtual void setColor(const QColor &color);
     void setLineWidth(double lineWidth);
 
-    /*! The trace's render data, owned by the subclass. Render thread, GUI thread blocked. */
+    /*! The trace's render data, owned by the subclass: never null and the same object at all
+        times. Render thread, GUI thread blocked. */
     virtual TraceData *traceData() = 0;
     /*!
         Brings traceData() up to date. Called every 33 ms while the trace is attached, on a thread
@@ -91,10 +95,21 @@ public:
 Q_SIGNALS:
     void nameChanged();
     void visibleChanged();
+    /*! \qmlsignal AbstractTrace::clicked(ChartMouseEvent event)
+        Pressed and released on this trace. Like the other mouse signals it is emitted by the chart
+        on the GUI thread; \a event lives for the call only. A handler that sets \c event.accepted
+        to false lets the chart's own signal follow. */
     void clicked(Charts::ChartMouseEvent *event);
+    /*! \qmlsignal AbstractTrace::hovered(ChartMouseEvent event, bool state)
+        The pointer came onto the trace, \a state true, or left it, false. */
     void hovered(Charts::ChartMouseEvent *event, bool state);
+    /*! \qmlsignal AbstractTrace::pressed(ChartMouseEvent event) */
     void pressed(Charts::ChartMouseEvent *event);
+    /*! \qmlsignal AbstractTrace::released(ChartMouseEvent event)
+        Released on this trace, wherever it was pressed. */
     void released(Charts::ChartMouseEvent *event);
+    /*! \qmlsignal AbstractTrace::doubleClicked(ChartMouseEvent event)
+        Double-clicked on this trace, which the press before has hit, too. */
     void doubleClicked(Charts::ChartMouseEvent *event);
     void zChanged(double z);
     void colorChanged(QColor color);

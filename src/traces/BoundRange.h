@@ -20,7 +20,8 @@ class CHARTS_EXPORT BoundRange
 {
 public:
     /*!
-        Adds \a range. An empty range, or one that ends beyond size(), is ignored. The first stored
+        Adds \a range, whose start and length must not be negative; this is not checked. An empty
+        range, or one that ends beyond size(), is ignored. The first stored
         range that overlaps or touches it is widened in place to cover both; a stored range that
         the widened one now overlaps stays, since uploading a few points twice costs less than
         keeping the set disjoint. Otherwise \a range is appended.

@@ -76,11 +76,11 @@ public:
     void setViewPort(const ViewPort &viewPort);
 
     [[nodiscard]] BoundingMethod boundingY() const { return m_boundingY; }
-    /*! What becomes of points above and below the view port, default None. */
+    /*! What becomes of points above and below the view port, default Unbounded. */
     void setBoundingY(BoundingMethod method);
 
     [[nodiscard]] BoundingMethod boundingX() const { return m_boundingX; }
-    /*! What becomes of points left and right of the view port, default None. */
+    /*! What becomes of points left and right of the view port, default Unbounded. */
     void setBoundingX(BoundingMethod method);
 
     /*! Whether an attribute changed since the renderer last looked. */
@@ -98,8 +98,8 @@ private:
     bool m_visible = true;
     bool m_squaredViewPort = false;
     ViewPort m_viewPort;
-    BoundingMethod m_boundingY = BoundingMethod::None;
-    BoundingMethod m_boundingX = BoundingMethod::None;
+    BoundingMethod m_boundingY = BoundingMethod::Unbounded;
+    BoundingMethod m_boundingX = BoundingMethod::Unbounded;
     bool m_dirty = false;
 };
 

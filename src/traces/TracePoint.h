@@ -10,7 +10,7 @@ namespace Charts {
     \class Charts::TracePoint
     \brief One vertex of a trace, in the layout in which it lies in the GPU's buffer.
 
-    \a opacity is a mask, not a blend factor: it is interpolated along a line and every fragment
+    \c opacity is a mask, not a blend factor: it is interpolated along a line and every fragment
     below 0.1 is left out, so a vertex with opacity 0 is not drawn and a line towards it is cut
     where the value falls under 0.1.
 */
