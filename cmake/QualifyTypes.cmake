@@ -1,0 +1,31 @@
+# SPDX-License-Identifier: MIT
+# Completes a type description that Qt has written: names of this library's types get their namespace
+# where the header that they stand in leaves it out, and classes derived from ChartItem their base.
+# Does nothing to a description that is complete.
+#
+#   cmake -DFILE=ChartsLibrary.qmltypes -P QualifyTypes.cmake
+
+file(READ ${FILE} text)
+set(original "${text}")
+
+foreach(type Span TraceDomain TraceFormat ZoomType)
+    set(qualified ${type})
+    if(type STREQUAL "TraceFormat")
+        set(qualified TraceDomain::TraceFormat)
+    elseif(type STREQUAL "ZoomType")
+        set(qualified ZoomDelegate::ZoomType)
+    endif()
+    string(REPLACE "type: \"${type}\"" "type: \"Charts::${qualified}\"" text "${text}")
+    string(REPLACE "type: \"${qualified}\"" "type: \"Charts::${qualified}\"" text "${text}")
+endforeach()
+
+foreach(class Chart)
+    string(REPLACE
+        "name: \"Charts::${class}\"\n        accessSemantics: \"reference\"\n        exports:"
+        "name: \"Charts::${class}\"\n        accessSemantics: \"reference\"\n        prototype: \"Charts::ChartItem\"\n        exports:"
+        text "${text}")
+endforeach()
+
+if(NOT text STREQUAL original)
+    file(WRITE ${FILE} "${text}")
+endif()

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_TRACELIST_H
+#define CHARTS_TRACELIST_H
+
+#include <QtCore/QPointer>
+
+#include <vector>
+
+namespace Charts {
+
+class AbstractTrace;
+
+/*!
+    \internal
+    The traces of a chart in drawing order, not owned. GUI thread, and the render thread while the
+    GUI thread is blocked.
+
+    A chart learns from a trace's destroyed() signal that it is gone, but removing a trace from any
+    chart cuts all connections to that signal, also those of its other entries and of other charts.
+    So each entry is guarded, too, and dropDestroyed() finds those that no signal has reported.
+*/
+class TraceList
+{
+public:
+    [[nodiscard]] const std::vector<AbstractTrace *> &traces() const { return m_traces; }
+    [[nodiscard]] bool isEmpty() const { return m_traces.empty(); }
+    [[nodiscard]] bool contains(const AbstractTrace *trace) const;
+
+    void append(AbstractTrace *trace);
+    /*! Removes the first entry of \a trace; returns whether there was one. */
+    bool removeFirst(AbstractTrace *trace);
+    /*! Sorts by ascending z; a NaN goes last. */
+    void sort();
+    /*! Removes the entries of traces that exist no more; returns whether there were any. */
+    bool dropDestroyed();
+
+    /*! Calls \a visit for each trace listed now, in order, whatever its handlers add, remove and
+        sort meanwhile; a trace that has left the list in the meantime is passed over. */
+    template<typename Visit>
+    void forEach(Visit &&visit)
+    {
+        const std::vector<AbstractTrace *> listed = m_traces;
+        const int revision = m_revision;
+        for (AbstractTrace *trace : listed) {
+            if (m_revision == revision || contains(trace))
+                visit(*trace);
+        }
+    }
+
+private:
+    std::vector<AbstractTrace *> m_traces;
+    std::vector<QPointer<AbstractTrace>> m_guards; // one an entry, in no order
+    int m_revision = 0;                            // counts removals
+};
+
+} // namespace Charts
+
+#endif
