@@ -133,8 +133,8 @@ void OpenGLRenderNode::render()
 
 void OpenGLRenderNode::renderVisual()
 {
-    // A framebuffer that the driver refused cannot be bound, and the window's own is not ours.
-    if (m_framebuffers->render()->bind()) {
+    if (m_framebuffers->isUsable()) {
+        m_framebuffers->render()->bind();
         renderGL(false);
         m_framebuffers->resolve();
     }
@@ -144,8 +144,10 @@ void OpenGLRenderNode::renderVisual()
 void OpenGLRenderNode::renderSelection()
 {
     m_picker->begin(m_traces.size());
-    if (m_framebuffers->selection()->bind())
+    if (m_framebuffers->isUsable()) {
+        m_framebuffers->selection()->bind();
         renderGL(true);
+    }
     m_selectionDirty = false;
 }
 
@@ -189,7 +191,7 @@ void OpenGLRenderNode::handleMouseEvents()
 
 AbstractTrace *OpenGLRenderNode::findTraceAtEvent(QMouseEvent *event)
 {
-    if (m_traces.empty() || !m_framebuffers->selection())
+    if (m_traces.empty() || !m_framebuffers->isUsable())
         return nullptr;
     return m_picker->findTrace(*this, m_framebuffers->selection(), *event);
 }
@@ -246,8 +248,8 @@ void OpenGLRenderNode::recreateFBO()
 void OpenGLRenderNode::hideImage()
 {
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
-    if (m_framebuffers->render()->bind())
-        glClear(GL_COLOR_BUFFER_BIT);
+    m_framebuffers->render()->bind();
+    glClear(GL_COLOR_BUFFER_BIT);
     setRect(QRectF());
     renderVisual();
 }

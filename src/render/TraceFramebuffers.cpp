@@ -2,6 +2,7 @@
 #include "TraceFramebuffers.h"
 
 #include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
 #include <QtQuick/QQuickWindow>
 
 namespace Charts {
@@ -9,6 +10,15 @@ namespace Charts {
 namespace {
 
 constexpr int antialiasingSamples = 8;
+
+/*! Whether there are textures of \a size. Mesa does not survive being asked for one whose bytes it
+    cannot count. */
+bool isPossible(const QSize &size)
+{
+    GLint largest = 0;
+    QOpenGLContext::currentContext()->functions()->glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    return !size.isEmpty() && size.width() <= largest && size.height() <= largest;
+}
 
 } // namespace
 
@@ -25,6 +35,19 @@ int TraceFramebuffers::sampleCount(bool antialiasing)
 
 QSGTexture *TraceFramebuffers::create(QQuickWindow *window, const QSize &size, bool antialiasing)
 {
+    m_isUsable = isPossible(size) && makeImages(size, antialiasing);
+    if (!m_isUsable)
+        makeTransparentImages();
+
+    const auto &shown = m_resolve ? m_resolve : m_render;
+    m_oldTexture = std::move(m_texture);
+    m_texture.reset(QNativeInterface::QSGOpenGLTexture::fromNative(
+            shown->texture(), window, shown->size(), QQuickWindow::TextureHasAlphaChannel));
+    return m_texture.get();
+}
+
+bool TraceFramebuffers::makeImages(const QSize &size, bool antialiasing)
+{
     QOpenGLFramebufferObjectFormat format;
     format.setAttachment(QOpenGLFramebufferObject::NoAttachment);
     format.setSamples(sampleCount(antialiasing));
@@ -36,12 +59,16 @@ QSGTexture *TraceFramebuffers::create(QQuickWindow *window, const QSize &size, b
     if (format.samples() != 0)
         m_resolve = std::make_unique<QOpenGLFramebufferObject>(size, GL_TEXTURE_2D);
     m_selection = std::make_unique<QOpenGLFramebufferObject>(size, GL_TEXTURE_2D);
+    return m_render->isValid() && (!m_resolve || m_resolve->isValid()) && m_selection->isValid();
+}
 
-    const auto &shown = m_resolve ? m_resolve : m_render;
-    m_oldTexture = std::move(m_texture);
-    m_texture.reset(QNativeInterface::QSGOpenGLTexture::fromNative(
-            shown->texture(), window, size, QQuickWindow::TextureHasAlphaChannel));
-    return m_texture.get();
+void TraceFramebuffers::makeTransparentImages()
+{
+    makeImages(QSize(1, 1), false);
+    QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
+    m_render->bind();
+    gl->glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    gl->glClear(GL_COLOR_BUFFER_BIT);
 }
 
 void TraceFramebuffers::resolve()

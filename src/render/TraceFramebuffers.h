@@ -30,16 +30,23 @@ public:
     [[nodiscard]] static int sampleCount(bool antialiasing);
 
     /*! Replaces all images by new ones of \a size. Returns the texture to show; it replaces the
-        one returned before, which is deleted with the next call of releaseOldTexture(). */
+        one returned before, which is deleted with the next call of releaseOldTexture(). Where the
+        driver has no images of such a size, the texture is transparent and nothing is usable. */
     QSGTexture *create(QQuickWindow *window, const QSize &size, bool antialiasing);
     void releaseOldTexture() { m_oldTexture.reset(); }
 
+    /*! Whether there are images to draw into. */
+    [[nodiscard]] bool isUsable() const { return m_isUsable; }
     [[nodiscard]] QOpenGLFramebufferObject *render() const { return m_render.get(); }
     [[nodiscard]] QOpenGLFramebufferObject *selection() const { return m_selection.get(); }
     /*! Copies the multisampled image into the shown one, where they are two. */
     void resolve();
 
 private:
+    bool makeImages(const QSize &size, bool antialiasing);
+    void makeTransparentImages();
+
+    bool m_isUsable = false;
     std::unique_ptr<QSGTexture> m_oldTexture;
     std::unique_ptr<QSGTexture> m_texture;
     std::unique_ptr<QOpenGLFramebufferObject> m_selection;

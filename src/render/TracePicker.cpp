@@ -35,9 +35,9 @@ AbstractTrace *TracePicker::findTrace(
     // The picture's rows run bottom-up. Without a further - 1 the row read is the one above the
     // mirrored row: an event exactly on the boundary of two rows belongs to the upper one.
     const std::int64_t y = image->height() - std::int64_t{roundToInt(event.position().y())};
-    // An image that the driver refused cannot be bound; reading would then hit the window's own.
-    if (x < 0 || x >= image->width() || y < 0 || y >= image->height() || !image->bind())
+    if (x < 0 || x >= image->width() || y < 0 || y >= image->height())
         return nullptr;
+    image->bind();
     std::array<unsigned char, 4> pixel = {};
     gl.glReadPixels(static_cast<GLint>(x), static_cast<GLint>(y), 1, 1, GL_RGBA, GL_UNSIGNED_BYTE,
             pixel.data());
