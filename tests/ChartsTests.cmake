@@ -6,6 +6,8 @@ set(CHARTS_TEST_ENVIRONMENT
     UBSAN_OPTIONS=print_stacktrace=1
     QML_IMPORT_PATH=${PROJECT_BINARY_DIR}/qml
     QT_QUICK_CONTROLS_STYLE=Basic
+    # A document compiled against the types of another build must not be taken from the cache.
+    QML_DISABLE_DISK_CACHE=1
     LC_ALL=C.UTF-8)
 
 function(_charts_test_executable name)

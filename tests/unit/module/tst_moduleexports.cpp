@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include <QtCore/QProcess>
+#include <QtTest>
+
+#include <dlfcn.h>
+
+using namespace Qt::StringLiterals;
+
+class tst_ModuleExports : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    void entryPoints_data();
+    void entryPoints();
+    void classes_data();
+    void classes();
+    void privateClassesAreHidden();
+    void nothingElseInNamespace();
+
+private:
+    [[nodiscard]] bool isExported(const QString &name) const;
+
+    QStringList m_symbols; // demangled
+};
+
+void tst_ModuleExports::initTestCase()
+{
+    QProcess lister;
+    lister.start(QStringLiteral(SYMBOL_LISTER),
+            {u"-DC"_s, u"--defined-only"_s, u"--format=posix"_s, QStringLiteral(LIBRARY_FILE)});
+    QVERIFY2(lister.waitForFinished(60000), qPrintable(lister.errorString()));
+    QCOMPARE(lister.exitCode(), 0);
+    m_symbols = QString::fromLocal8Bit(lister.readAllStandardOutput()).split(u'\n');
+    QVERIFY(m_symbols.size() > 100);
+}
+
+void tst_ModuleExports::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+}
+
+bool tst_ModuleExports::isExported(const QString &name) const
+{
+    return std::any_of(m_symbols.cbegin(), m_symbols.cend(),
+            [&](const QString &symbol) { return symbol.startsWith(name); });
+}
+
+void tst_ModuleExports::entryPoints_data()
+{
+    QTest::addColumn<QByteArray>("symbol");
+    // C++ names: the length, the name, no argument.
+    QTest::newRow("registration") << QByteArray("_Z29qml_register_types_zel_chartsv");
+    QTest::newRow("init packs") << QByteArray("_Z36qInitResources_ChartsLibrary_shadersv");
+    QTest::newRow("clean up packs") << QByteArray("_Z39qCleanupResources_ChartsLibrary_shadersv");
+    QTest::newRow("init module") << QByteArray("_Z31qInitResources_qmake_zel_chartsv");
+    QTest::newRow("clean up module") << QByteArray("_Z34qCleanupResources_qmake_zel_chartsv");
+    QTest::newRow("init sources") << QByteArray("_Z30qInitResources_chart_resourcesv");
+    QTest::newRow("clean up sources") << QByteArray("_Z33qCleanupResources_chart_resourcesv");
+}
+
+void tst_ModuleExports::entryPoints()
+{
+    QFETCH(QByteArray, symbol);
+
+    void *library = dlopen(LIBRARY_FILE, RTLD_NOW);
+    QVERIFY(library);
+    QVERIFY(dlsym(library, symbol.constData()));
+    dlclose(library);
+}
+
+void tst_ModuleExports::classes_data()
+{
+    QTest::addColumn<QStringList>("symbols");
+
+    const auto row = [](const char *name, const QStringList &symbols) {
+        QTest::newRow(name) << symbols;
+    };
+    // An application can derive from a class whose table of virtual functions and type information
+    // it finds, and can connect to one whose meta-object it finds.
+    const auto polymorphic = [](const QString &name, const QString &constructor) {
+        return QStringList{u"vtable for Charts::"_s + name, u"typeinfo for Charts::"_s + name,
+                u"Charts::%1::%1(%2)"_s.arg(name, constructor), u"Charts::%1::~%1()"_s.arg(name)};
+    };
+    const auto object = [&](const QString &name, const QString &constructor) {
+        return polymorphic(name, constructor)
+               + QStringList{u"Charts::%1::staticMetaObject"_s.arg(name)};
+    };
+    row("AbstractRenderNode", polymorphic(u"AbstractRenderNode"_s, {}));
+    row("AbstractTrace", object(u"AbstractTrace"_s, u"QObject*"_s));
+    row("BoundRange", {u"Charts::BoundRange::push("_s, u"Charts::BoundRange::pop("_s});
+    row("Chart", object(u"Chart"_s, u"QQuickItem*"_s));
+    row("ChartItem", object(u"ChartItem"_s, u"QQuickItem*"_s));
+    row("ChartMouseEvent", object(u"ChartMouseEvent"_s, u"QMouseEvent*, QObject*"_s));
+    row("ChartNode", polymorphic(u"ChartNode"_s, u"QQuickWindow*"_s));
+    row("DomainUtils",
+            {u"vtable for Charts::DomainUtils"_s, u"Charts::DomainUtils::staticMetaObject"_s,
+                    u"Charts::DomainUtils::mapRangeValue(Charts::Span, Charts::Span, double)"_s});
+    row("OpenGLRenderNode", object(u"OpenGLRenderNode"_s, u"QQuickWindow*"_s));
+    row("Span", {u"Charts::Span::staticMetaObject"_s,
+                        u"Charts::operator==(Charts::Span const&, Charts::Span const&)"_s,
+                        u"Charts::operator<<(QDebug, Charts::Span const&)"_s});
+    row("TraceData", {u"Charts::TraceData::setColor(QColor const&)"_s});
+    row("TraceDomain", object(u"TraceDomain"_s, u"QObject*"_s));
+    row("ZoomDelegate", object(u"ZoomDelegate"_s, u"QQuickItem*"_s));
+}
+
+void tst_ModuleExports::classes()
+{
+    QFETCH(QStringList, symbols);
+
+    for (const QString &symbol : symbols)
+        QVERIFY2(isExported(symbol), qPrintable(symbol));
+}
+
+void tst_ModuleExports::privateClassesAreHidden()
+{
+    const QStringList privateClasses = QStringLiteral(PRIVATE_CLASSES).split(u' ');
+    for (const char *name : {"TraceDrawPass", "TraceBuffers", "TraceFramebuffers", "TracePicker",
+                 "TraceProgram", "TraceMatrices", "PointerEventQueue", "MouseResponseDispatcher"})
+        QVERIFY2(privateClasses.contains(QLatin1StringView(name)), name);
+
+    for (const QString &name : privateClasses) {
+        const QRegularExpression word(u"\\b%1\\b"_s.arg(name));
+        QVERIFY2(m_symbols.filter(word).isEmpty(), qPrintable(m_symbols.filter(word).join(u'\n')));
+    }
+}
+
+// Helpers in the namespace, not in a class, would be exported by accident only.
+void tst_ModuleExports::nothingElseInNamespace()
+{
+    static const QRegularExpression freeFunction(u"^Charts::(\\w+|operator[^\\w\\s(]+)\\("_s);
+    QStringList found = m_symbols.filter(freeFunction);
+    for (QString &symbol : found)
+        symbol = freeFunction.match(symbol).captured(1);
+    found.sort();
+    const QStringList expected{u"operator<<"_s, u"operator=="_s};
+    QCOMPARE(found, expected);
+}
+
+QTEST_GUILESS_MAIN(tst_ModuleExports)
+
+#include "tst_moduleexports.moc"
