@@ -48,6 +48,8 @@ install(FILES
         ${PROJECT_BINARY_DIR}/ChartsLibraryConfigVersion.cmake
     DESTINATION ${charts_package_dir})
 
+# As the rest of the tree, it holds wherever it is installed or moved to.
+file(RELATIVE_PATH charts_pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(
     ${PROJECT_SOURCE_DIR}/cmake/ChartsLibrary.pc.in ${PROJECT_BINARY_DIR}/ChartsLibrary.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ChartsLibrary.pc

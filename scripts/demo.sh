@@ -40,7 +40,8 @@ while [ $# -gt 0 ]; do
     --page | --screenshot)
         [ -n "${2:-}" ] || fail 2 "$1 needs a value"
         if [ "$1" = --page ]; then
-            pages | grep -qixF -- "$2" ||
+            # Not grep -q, which would end at once and break the pipe.
+            pages | grep -ixF -- "$2" >/dev/null ||
                 fail 2 "unknown page '$2', there are: $(pages | paste -sd, | sed 's/,/, /g')"
             arguments+=(--page "$2")
         else

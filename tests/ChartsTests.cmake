@@ -1,6 +1,12 @@
 # SPDX-License-Identifier: MIT
 
+# Qt wants a private folder for sockets; a machine without a session has none.
+set(charts_runtime_dir ${PROJECT_BINARY_DIR}/runtime)
+file(MAKE_DIRECTORY ${charts_runtime_dir})
+file(CHMOD ${charts_runtime_dir} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+
 set(CHARTS_TEST_ENVIRONMENT
+    XDG_RUNTIME_DIR=${charts_runtime_dir}
     # Uninstrumented third-party code only; see the comments in the files.
     LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp
     UBSAN_OPTIONS=print_stacktrace=1

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
 
+#include "readers/ReadError.h"
+
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QFileInfo>
 
@@ -38,7 +40,8 @@ std::optional<CommandLine> CommandLine::parse(
             QStringLiteral("[FILE...]"));
 
     const auto fail = [&exitCode](const QString &message) {
-        std::fprintf(stderr, "gallery: %s\n", qPrintable(message));
+        std::fprintf(
+                stderr, "gallery: %s\n", Charts::Readers::oneLine(message.toStdString()).c_str());
         exitCode = usageError;
         return std::nullopt;
     };

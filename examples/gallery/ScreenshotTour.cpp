@@ -51,11 +51,6 @@ ScreenshotTour::ScreenshotTour(QQuickWindow *window, QStringList pages, QString 
 
 void ScreenshotTour::start()
 {
-    if (!QDir().mkpath(m_directory)) {
-        std::fprintf(stderr, "gallery: %s: cannot create the folder\n", qPrintable(m_directory));
-        Q_EMIT finished(ioError);
-        return;
-    }
     visitNext();
 }
 

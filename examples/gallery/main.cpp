@@ -7,6 +7,7 @@
 #include "readers/ReadError.h"
 #include "readers/SampleTable.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
@@ -19,6 +20,7 @@
 
 namespace {
 
+constexpr int ioError = 1;
 constexpr int badFile = 2;
 
 const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal")};
@@ -56,6 +58,13 @@ int main(int argc, char *argv[])
     } catch (const Charts::Readers::ReadError &error) {
         std::fprintf(stderr, "gallery: %s\n", error.what());
         return badFile;
+    }
+
+    // Nor does a folder that cannot be made take a display to be told.
+    if (const QString &folder = commandLine->screenshotDirectory;
+            !folder.isEmpty() && !QDir().mkpath(folder)) {
+        std::fprintf(stderr, "gallery: %s: cannot create the folder\n", qPrintable(folder));
+        return ioError;
     }
 
     // Traces are drawn with OpenGL, so the scene graph has to use it too.

@@ -279,6 +279,7 @@ void tst_SignalPlayer::pauses()
     QVERIFY(!player.isPaused());
     player.setPaused(false);
     QCOMPARE(changes.size(), 0);
+    QTest::qSleep(1100);
     player.setPaused(true);
     QVERIFY(player.isPaused());
     player.setPaused(true);
@@ -289,7 +290,11 @@ void tst_SignalPlayer::pauses()
     QVERIFY(player.isPaused());
     SweepTrace &trace = *player.traces().first();
     trace.updateData();
+    const Gallery::PlaybackClock standing([] { return 0.0; });
+    SweepTrace atStart(twoSources()[1].table, 0, {1.0, 0.5}, standing, nullptr);
+    atStart.updateData();
     const std::vector<Charts::TracePoint> before = trace.traceData()->array();
+    QVERIFY(before == atStart.traceData()->array());
     QTest::qSleep(100);
     trace.updateData();
     QVERIFY(trace.traceData()->array() == before);

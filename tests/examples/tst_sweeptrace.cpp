@@ -101,7 +101,7 @@ std::vector<std::size_t> all(std::size_t count)
     sample's time, where rounding would decide whether it is due. */
 double stepFor(double duration)
 {
-    return std::max(0.0330003, duration / 1499.37);
+    return std::max(0.0330003, duration / 700.37);
 }
 
 /*! A trace whose time the test sets. */

@@ -27,10 +27,20 @@ HistoryRing::HistoryRing(Charts::TraceData &data, int pointCount)
 
 void HistoryRing::append(float x, float y)
 {
+    if (m_isEmpty)
+        begin(x, y);
     write(m_next, {x, y, 1.0F});
     write((m_next + 1) % m_slotCount, {x, y, 0.0F});
     copyOldestInto((m_next + 2) % m_slotCount);
     m_next = (m_next + 1) % m_slotCount;
+}
+
+void HistoryRing::begin(float x, float y)
+{
+    m_isEmpty = false;
+    const auto vertexCount = static_cast<int>(m_data.array().size());
+    m_data.array().assign(m_data.array().size(), {.x = x, .y = y, .opacity = 0.0F});
+    m_data.dirtyRange().push({0, vertexCount});
 }
 
 void HistoryRing::copyOldestInto(int slot)

@@ -30,12 +30,16 @@ public:
     void append(float x, float y);
 
 private:
+    /*! Moves the unwritten vertices to the first point: a line from there to the copy at the array's
+        end, which is visible before the last index is written, has no length then. */
+    void begin(float x, float y);
     void write(int slot, const Charts::TracePoint &point);
     void copyOldestInto(int slot);
 
     Charts::TraceData &m_data;
     int m_slotCount = 0;
     int m_next = 0;
+    bool m_isEmpty = true;
 };
 
 } // namespace Gallery

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import zel.charts 1.0
 import Gallery
@@ -9,7 +8,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: cpu.traces
+    readonly property var traces: cpu.traces // qmllint disable property type
     readonly property Chart chart: plot.chart
 
     spacing: 8

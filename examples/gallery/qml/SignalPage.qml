@@ -9,7 +9,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: player.traces
+    readonly property var traces: player.traces // qmllint disable property type
     readonly property Chart chart: plot.chart
 
     function attach(): void {

@@ -11,9 +11,10 @@ namespace {
 
 constexpr double gapShare = 0.04; // of the sweep
 
-// A missing value is a single vertex between two visible ones, and 0 would hide only a tenth of the
-// segments towards it. Far below 0 the interpolated opacity falls under the limit at once.
-constexpr float missingOpacity = -1e6F;
+// A missing value is a single vertex between two visible ones, and so is the gap where samples are
+// far apart; 0 would hide only a tenth of the segments next to it. Far below 0 the interpolated
+// opacity falls under the limit at once.
+constexpr float hiddenOpacity = -1e6F;
 
 } // namespace
 
@@ -35,8 +36,8 @@ SweepTrace::SweepTrace(Table table, std::size_t column, const SweepSettings &set
     // One vertex more than any sweep has samples: the gap needs at least one.
     const std::size_t vertexCount = longest + 1;
     m_data.setDrawType(Charts::DrawType::LineStrip);
-    m_data.array().assign(
-            vertexCount, {.x = static_cast<float>(m_settings.length), .y = 0.0F, .opacity = 0.0F});
+    m_data.array().assign(vertexCount,
+            {.x = static_cast<float>(m_settings.length), .y = 0.0F, .opacity = hiddenOpacity});
     m_data.dirtyRange().setSize(static_cast<int>(vertexCount));
     m_data.filledRange().setSize(static_cast<int>(vertexCount));
     mark(0, vertexCount);
@@ -54,6 +55,11 @@ void SweepTrace::updateData()
     const auto sweep = static_cast<long long>(std::floor(time / m_settings.length));
     if (sweep != m_sweep) {
         advanceTo(m_settings.length);
+        // After a halt of the program, sweeps that nobody has seen are left out, all but the last.
+        if (sweep != m_sweep + 1) {
+            beginSweep(sweep - 1);
+            advanceTo(m_settings.length);
+        }
         beginSweep(sweep);
     }
     advanceTo(time - static_cast<double>(sweep) * m_settings.length);
@@ -102,7 +108,7 @@ void SweepTrace::advanceTo(double position)
             break;
         const float value = values[m_nextSample];
         array[m_head] = std::isnan(value)
-                                ? Charts::TracePoint{static_cast<float>(x), 0.0F, missingOpacity}
+                                ? Charts::TracePoint{static_cast<float>(x), 0.0F, hiddenOpacity}
                                 : Charts::TracePoint{static_cast<float>(x), value, 1.0F};
     }
 
@@ -114,12 +120,7 @@ void SweepTrace::advanceTo(double position)
     if (m_head == firstChanged && m_gapEnd == gapBefore)
         return;
     for (std::size_t i = m_head; i < m_gapEnd; ++i)
-        array[i].opacity = 0.0F;
-    // The gap begins where the beam is: the line towards it has no length.
-    if (m_head > 0) {
-        array[m_head].x = array[m_head - 1].x;
-        array[m_head].y = array[m_head - 1].y;
-    }
+        array[i].opacity = hiddenOpacity;
     mark(firstChanged, m_gapEnd);
 }
 

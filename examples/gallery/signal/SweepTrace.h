@@ -26,7 +26,7 @@ struct SweepSettings
     the sweep before has left, and in front of it a gap runs along.
 
         vertex    0 ... head - 1 |  head  ...  gapEnd - 1  |  gapEnd ...
-                  this sweep     |  gap, opacity 0         |  the sweep before
+                  this sweep     |  gap, hidden            |  the sweep before
 
     Each update uploads the samples that came due and the vertices that fell into the gap.
 */
