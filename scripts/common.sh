@@ -10,7 +10,7 @@ build_packages=(
     libgl-dev libvulkan-dev libxkbcommon-dev libcsv-dev
 )
 run_packages=(
-    libgl1-mesa-dri libegl1 libgl1 fonts-dejavu-core
+    libgl1-mesa-dri libegl1 libgles2 libgl1 fonts-dejavu-core
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
     qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtquick-layouts
     qml6-module-qtquick-templates qml6-module-qtquick-controls
