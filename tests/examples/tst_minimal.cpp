@@ -26,10 +26,12 @@ private Q_SLOTS:
 
 namespace {
 
-/*! Whether the line covers at least half of a pixel: it is #4fc3f7 on #0b0f14. */
+/*! Whether the line covers at least a quarter of a pixel: it is #4fc3f7 on #0b0f14. Where the line
+    is almost flat it can lie on two rows, and rasterisers draw short segments thinner, so that half
+    a pixel is not always covered. */
 bool isLine(QRgb pixel)
 {
-    return qBlue(pixel) >= (0xf7 + 0x14) / 2 && qRed(pixel) < 0x80;
+    return qBlue(pixel) >= 0x14 + (0xf7 - 0x14) / 4 && qRed(pixel) < 0x80;
 }
 
 /*! The middle of the pixels in the trace's colour in a column, in data units, and the outermost. */
@@ -120,9 +122,9 @@ void tst_Minimal::picture()
             QVERIFY2(x < 2 || x >= picture.width() - 2, qPrintable(QString::number(x)));
             continue;
         }
-        // The line is 2 px wide, a row is 2.4 / 320 high, and a pixel may be half covered.
+        // The line is 2 px wide, a row is 2.4 / 320 high, and a pixel may be covered in part.
         const double arch = std::sin(0.003 * 999.0 * (x + 0.5) / picture.width());
-        const double room = 3.0 * 2.4 / picture.height();
+        const double room = 4.0 * 2.4 / picture.height();
         QVERIFY2(column.highest <= arch + room && column.lowest >= -arch - room,
                 qPrintable(QString::number(x)));
         highest = std::max(highest, column.highest);
