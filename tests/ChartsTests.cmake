@@ -8,7 +8,7 @@ file(CHMOD ${charts_runtime_dir} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUT
 set(CHARTS_TEST_ENVIRONMENT
     XDG_RUNTIME_DIR=${charts_runtime_dir}
     # Uninstrumented third-party code only; see the comments in the files.
-    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp
+    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
     UBSAN_OPTIONS=print_stacktrace=1
     QML_IMPORT_PATH=${PROJECT_BINARY_DIR}/qml
     QT_QUICK_CONTROLS_STYLE=Basic
