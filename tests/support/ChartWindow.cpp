@@ -94,6 +94,14 @@ bool ChartWindow::plainFrame()
     return waitForFrameAfter(before);
 }
 
+bool ChartWindow::answerEvents()
+{
+    if (!frame() || !frame())
+        return false;
+    QCoreApplication::sendPostedEvents();
+    return true;
+}
+
 QImage ChartWindow::picture()
 {
     if (!frame())

@@ -40,6 +40,9 @@ public:
     [[nodiscard]] bool frame();
     /*! One frame without an update of the chart. */
     [[nodiscard]] bool plainFrame();
+    /*! Two frames, as frame() draws them, and the signals after them: what mouse events wait is
+        handed over and looked up in the first, answered in the second. */
+    [[nodiscard]] bool answerEvents();
     /*! frame(), then the window's pixels. The image is null on failure. */
     [[nodiscard]] QImage picture();
     /*! What went wrong last. */
