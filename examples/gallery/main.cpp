@@ -23,7 +23,8 @@ namespace {
 constexpr int ioError = 1;
 constexpr int badFile = 2;
 
-const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal")};
+const QStringList pages = {
+        QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Picking")};
 
 std::vector<Gallery::SignalPlayer::Source> readSources(const QStringList &files)
 {

@@ -21,9 +21,9 @@ namespace Charts {
     drawing attributes.
 
     A trace class owns one and returns it from AbstractTrace::traceData(). It writes the data in
-    updateData(), on a thread of the pool, and nowhere else; the renderer reads it, and empties
-    dirtyRange(), on the render thread during synchronisation. The two never overlap, so there is
-    no lock.
+    updateData(), on a thread of the pool; the renderer reads it, and empties dirtyRange(), on the
+    render thread during synchronisation. The two never overlap, so there is no lock. The GUI
+    thread waits meanwhile in both cases, so that it may write, too; no other thread may.
 
     The renderer relies on the writer for three things:
     \list

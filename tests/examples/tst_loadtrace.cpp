@@ -20,6 +20,7 @@ private Q_SLOTS:
 
     void showsWhatWasAppended();
     void scrollsWithTheClock();
+    void scrollsZoomed();
     void takesOverAttributes();
 };
 
@@ -106,6 +107,21 @@ void tst_LoadTrace::scrollsWithTheClock()
     playback.trace.updateData();
     QCOMPARE(playback.data().viewPort().x, 14.5F);
     QVERIFY(!playback.data().isDirty());
+}
+
+void tst_LoadTrace::scrollsZoomed()
+{
+    Playback playback(10);
+    playback.now = 24.5;
+    playback.trace.domain()->zoomIn({-4.0, -1.5}, {20.0, 60.0});
+    playback.trace.updateData();
+    const Charts::ViewPort zoomed = {.x = 20.5F, .y = 20.0F, .width = 2.5F, .height = 40.0F};
+    QVERIFY(playback.data().viewPort() == zoomed);
+
+    playback.trace.domain()->zoomReset();
+    playback.trace.updateData();
+    QCOMPARE(playback.data().viewPort().x, 14.5F);
+    QCOMPARE(playback.data().viewPort().width, 10.0F);
 }
 
 void tst_LoadTrace::takesOverAttributes()

@@ -324,6 +324,10 @@ void tst_SweepTrace::takesOverAttributes()
     QVERIFY(data.visible());
     const Charts::ViewPort expected = {.x = 0.0F, .y = -1.5F, .width = 2.5F, .height = 8.0F};
     QVERIFY(data.viewPort() == expected);
+    trace.domain()->zoomIn({0.5, 1.5}, {2.0, 4.0});
+    playback.updateAt(0.0);
+    const Charts::ViewPort zoomed = {.x = 0.5F, .y = 2.0F, .width = 1.0F, .height = 2.0F};
+    QVERIFY(data.viewPort() == zoomed);
 
     trace.setVisible(false);
     playback.updateAt(0.0);

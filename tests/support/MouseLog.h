@@ -70,7 +70,7 @@ private:
         connect(
                 &sender, &Sender::hovered, this,
                 [this, name](Event *event, bool state) {
-                    note(name, QStringLiteral("hovered ") + (state ? u"true" : u"false"), *event);
+                    note(name, QString::fromLatin1(state ? "hovered true" : "hovered false"), *event);
                 },
                 Qt::DirectConnection);
     }

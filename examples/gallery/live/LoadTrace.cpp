@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadTrace.h"
 
+#include "VisibleRanges.h"
+
 namespace Gallery {
 
 namespace {
@@ -34,10 +36,10 @@ void LoadTrace::updateData()
     m_data.setColor(color());
     m_data.setWidth(static_cast<float>(lineWidth()));
     m_data.setVisible(isVisible());
-    m_data.setViewPort({.x = static_cast<float>(m_clock.seconds()) - ShownSeconds,
-            .y = lowest,
-            .width = ShownSeconds,
-            .height = highest - lowest});
+    // The domain counts from now, the vertices from the start.
+    Charts::ViewPort viewPort = visibleRanges(*domain());
+    viewPort.x += static_cast<float>(m_clock.seconds());
+    m_data.setViewPort(viewPort);
 }
 
 } // namespace Gallery

@@ -21,27 +21,24 @@ ColumnLayout {
 
         Layout.fillWidth: true
         Layout.fillHeight: true
-        xRange: page.traces[0].domain.xRange
-        yRange: page.traces[0].domain.yRange
-        xStep: 1
-        yStep: 20
+        traces: page.traces
+        // Quarters of the full load are not what one reads off.
+        yStep: chart.isZoomed ? Domain.niceStep(yRange) : 20
         xTitle: qsTr("time before now, s")
         yTitle: qsTr("load of each core, %")
-        Component.onCompleted: {
-            for (const trace of page.traces)
-                chart.addTrace(trace);
-        }
+        xUnit: "s"
+        yUnit: "%"
     }
     Legend {
         Layout.fillWidth: true
         Layout.leftMargin: 64
         traces: page.traces
     }
-    PlaybackControls {
+    ChartControls {
         Layout.fillWidth: true
         Layout.leftMargin: 64
+        chart: plot.chart
         paused: cpu.paused
-        traces: page.traces
         onPauseToggled: cpu.paused = !cpu.paused
     }
 }

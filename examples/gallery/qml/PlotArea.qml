@@ -4,33 +4,66 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import zel.charts 1.0
 
-// A chart in a frame, with lines and labels at readable steps.
+// A chart in a frame, with lines and labels at readable steps and a line above it that tells what
+// was clicked. All traces have the same ranges.
 Item {
     id: area
 
-    property var xRange: Domain.span(0, 1)
-    property var yRange: Domain.span(0, 1)
+    property var traces: []
+    readonly property var domain: traces.length > 0 ? traces[0].domain : null // qmllint disable property
+    readonly property var xRange: domain?.xRange ?? Domain.span(0, 1)
+    readonly property var yRange: domain?.yRange ?? Domain.span(0, 1)
     property real xStep: Domain.niceStep(xRange)
     property real yStep: Domain.niceStep(yRange)
     property string xTitle: ""
     property string yTitle: ""
-    readonly property Chart chart: chartItem
+    property string xUnit: ""
+    property string yUnit: ""
+    // Names of the values 0, 1, ... instead of numbers.
+    property var yNames: []
+    readonly property alias chart: chartItem
 
     function ticks(range: var, step: real): var {
         const values = [];
         if (!(step > 0) || !isFinite(step))
             return values;
-        for (let i = Math.ceil(range.min / step); i * step <= range.max && values.length < 12; ++i)
+        for (let i = Math.ceil(range.min / step); i * step <= range.max && values.length < 40; ++i)
             values.push(i * step);
         return values;
+    }
+    function number(value: real, decimals: int): string {
+        // No minus before a zero.
+        const isZero = Math.abs(value) < 0.5 * 10 ** -decimals;
+        return (isZero ? 0 : value).toFixed(decimals).replace("-", "\u2212");
     }
     // With as many decimals as tell neighbouring labels apart.
     function label(value: real, step: real): string {
         let decimals = 0;
         while (decimals < 6 && Math.abs(step * 10 ** decimals - Math.round(step * 10 ** decimals)) > 1e-6)
             ++decimals;
-        return (value === 0 ? 0 : value).toFixed(decimals).replace("-", "\u2212");
+        return number(value, decimals);
     }
+    function yLabel(value: real): string {
+        if (yNames.length === 0)
+            return label(value, yStep);
+        return value in yNames ? yNames[value] : "";
+    }
+    // With as many decimals as tell neighbouring pixels apart.
+    function coordinate(value: real, range: var, pixels: real, unit: string): string {
+        const decimals = Math.ceil(-Math.log10((range.max - range.min) / pixels));
+        // Degrees follow their number without a space.
+        return number(value, Math.max(0, Math.min(decimals, 9))) + (unit && unit !== "°" ? "\u00a0" : "") + unit;
+    }
+    function describe(trace: AbstractTrace, x: real, y: real): string {
+        const width = chartItem.width;
+        const height = chartItem.height;
+        const domain = trace.domain;
+        const dataX = Domain.mapFromGeometry(Domain.span(0, width), domain.xRange, x);
+        const dataY = Domain.mapFromGeometry(Domain.span(0, height), domain.yRange, height - y);
+        return qsTr("%1 clicked at %2, %3").arg(trace.name).arg(coordinate(dataX, domain.xRange, width, xUnit)).arg(coordinate(dataY, domain.yRange, height, yUnit));
+    }
+
+    onTracesChanged: readout.text = ""
 
     Rectangle {
         id: frame
@@ -85,16 +118,22 @@ Item {
                     anchors.right: parent.left
                     anchors.rightMargin: 8
                     anchors.verticalCenter: parent.top
-                    text: area.label(yTick.modelData, area.yStep)
+                    text: area.yLabel(yTick.modelData)
                     color: Theme.dimText
                     font.pixelSize: Theme.labelSize
                 }
             }
         }
-        Chart {
+        InteractiveChart {
             id: chartItem
 
             anchors.fill: parent
+            traces: area.traces
+            onTraceClicked: (trace, x, y) => {
+                readout.text = area.describe(trace, x, y);
+                readout.color = trace.color;
+            }
+            onBackgroundClicked: readout.text = ""
         }
         Rectangle {
             anchors.fill: parent
@@ -103,7 +142,13 @@ Item {
             border.color: Theme.frame
         }
     }
+    Shortcut {
+        sequence: "Esc"
+        onActivated: chartItem.zoomReset()
+    }
     Text {
+        id: yTitle
+
         x: frame.x
         anchors.bottom: frame.top
         anchors.bottomMargin: 6
@@ -112,6 +157,28 @@ Item {
         font.pixelSize: Theme.labelSize
     }
     Text {
+        id: readout
+
+        objectName: "readout"
+        anchors.right: frame.right
+        anchors.bottom: frame.top
+        anchors.bottomMargin: 6
+        width: Math.min(implicitWidth, frame.width - yTitle.width - 16)
+        elide: Text.ElideRight
+        font.pixelSize: Theme.labelSize
+    }
+    Text {
+        x: frame.x
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 2
+        visible: width + xTitle.width + 16 < frame.width
+        text: qsTr("click a trace for its value, drag to zoom, double click or Esc to go back")
+        color: Theme.dimText
+        font.pixelSize: Theme.labelSize
+    }
+    Text {
+        id: xTitle
+
         anchors.right: frame.right
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 2

@@ -12,10 +12,6 @@ ColumnLayout {
     readonly property var traces: player.traces // qmllint disable property type
     readonly property Chart chart: plot.chart
 
-    function attach(): void {
-        for (const trace of player.traces)
-            chart.addTrace(trace);
-    }
     // "4 s of data a second" is how fast the beam runs where it is not the signal's own rate.
     function rate(): string {
         if (player.speed === 1)
@@ -27,30 +23,28 @@ ColumnLayout {
 
     SignalPlayer {
         id: player
-
-        onTracesChanged: page.attach()
     }
     PlotArea {
         id: plot
 
         Layout.fillWidth: true
         Layout.fillHeight: true
-        xRange: player.timeRange
-        yRange: player.valueRange
+        traces: page.traces
         xTitle: qsTr("time in the sweep, s")
         yTitle: player.valueUnit ? qsTr("value, %1").arg(player.valueUnit) : qsTr("value")
-        Component.onCompleted: page.attach()
+        xUnit: "s"
+        yUnit: player.valueUnit
     }
     Legend {
         Layout.fillWidth: true
         Layout.leftMargin: 64
         traces: page.traces
     }
-    PlaybackControls {
+    ChartControls {
         Layout.fillWidth: true
         Layout.leftMargin: 64
+        chart: plot.chart
         paused: player.paused
-        traces: page.traces
         onPauseToggled: player.paused = !player.paused
 
         ComboBox {

@@ -13,6 +13,7 @@ QtObject {
     readonly property color text: "#d7dee8"
     readonly property color dimText: "#93a0b1"
     readonly property color accent: "#4fc3f7"
+    readonly property color band: "#304fc3f7"
     readonly property int textSize: 13
     readonly property int labelSize: 12
 }

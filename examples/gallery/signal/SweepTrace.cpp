@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SweepTrace.h"
 
+#include "VisibleRanges.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -64,14 +66,10 @@ void SweepTrace::updateData()
     }
     advanceTo(time - static_cast<double>(sweep) * m_settings.length);
 
-    const Charts::Span y = domain()->yRange();
     m_data.setColor(color());
     m_data.setWidth(static_cast<float>(lineWidth()));
     m_data.setVisible(isVisible());
-    m_data.setViewPort({.x = 0.0F,
-            .y = static_cast<float>(y.min),
-            .width = static_cast<float>(m_settings.length),
-            .height = static_cast<float>(y.length())});
+    m_data.setViewPort(visibleRanges(*domain()));
 }
 
 std::size_t SweepTrace::firstSampleOf(long long sweep) const

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+
+// Pause, line width and zoom of a chart; further controls can stand beside them.
+Flow {
+    id: controls
+
+    property InteractiveChart chart
+    property bool canPause: true
+    property bool paused: false
+
+    signal pauseToggled
+
+    spacing: 14
+
+    Button {
+        visible: controls.canPause
+        text: controls.paused ? qsTr("Go on") : qsTr("Pause")
+        width: 90
+        onClicked: controls.pauseToggled()
+    }
+    Row {
+        spacing: 8
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 112
+            text: qsTr("Line width %1 px").arg(widthSlider.value.toFixed(1))
+            color: Theme.text
+            font.pixelSize: Theme.textSize
+        }
+        Slider {
+            id: widthSlider
+
+            from: 1
+            to: 8
+            stepSize: 0.5
+            value: 2
+            width: 130
+            onValueChanged: controls.chart.lineWidth = value
+        }
+    }
+    Row {
+        spacing: 4
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            rightPadding: 4
+            text: qsTr("Zoom")
+            color: Theme.text
+            font.pixelSize: Theme.textSize
+        }
+        Repeater {
+            // In the order of ZoomDelegate's types.
+            model: [qsTr("Diagonal"), qsTr("Vertical"), qsTr("Horizontal")]
+
+            Button {
+                required property int index
+                required property string modelData
+
+                text: modelData
+                checkable: true
+                autoExclusive: true
+                checked: index === 0
+                onClicked: controls.chart.zoomType = index
+            }
+        }
+        Button {
+            text: qsTr("Reset")
+            enabled: controls.chart.isZoomed
+            onClicked: controls.chart.zoomReset()
+        }
+    }
+}
