@@ -121,6 +121,7 @@ private Q_SLOTS:
     void namesTraceUnderPointer();
     void namesWithinTwoFrames();
     void tellsWhereItWasClicked();
+    void labelsRows();
     void dragZooms_data();
     void dragZooms();
     void dragIsNoClick();
@@ -222,9 +223,9 @@ void tst_Gallery::tellsWhereItWasClicked()
     scene->click(scene->pixelOf(*trace, {point.x, point.y}));
     QTRY_VERIFY_WITH_TIMEOUT(scene->text("readout").startsWith(trace->name()), patience);
 
-    // "1 : 3 at 18° clicked at 17.2°, 2.31"
-    static const QRegularExpression numbers(QStringLiteral("clicked at (\\S+)°, (\\S+)$"),
-            QRegularExpression::UseUnicodePropertiesOption);
+    // "1 : 3 at 18°:  17.2°, 2.31"
+    static const QRegularExpression numbers(
+            QStringLiteral(":  (\\S+)°, (\\S+)$"), QRegularExpression::UseUnicodePropertiesOption);
     const QRegularExpressionMatch match = numbers.match(scene->text("readout"));
     QVERIFY2(match.hasMatch(), qPrintable(scene->text("readout")));
     const auto value = [&match](int group) {
@@ -236,6 +237,30 @@ void tst_Gallery::tellsWhereItWasClicked()
 
     scene->click(scene->pixelOf(*trace, {9.0 * 3.5, 7.5}));
     QTRY_COMPARE_WITH_TIMEOUT(scene->text("readout"), QString(), patience);
+}
+
+void tst_Gallery::labelsRows()
+{
+    const auto scene = open(QStringLiteral("Picking"));
+    QVERIFY(scene);
+    const auto count = [&](const QString &text) {
+        int found = 0;
+        QList<QQuickItem *> items = {scene->page()};
+        while (!items.isEmpty()) {
+            const QQuickItem *item = items.takeLast();
+            found += item->isVisible() && item->property("text") == text ? 1 : 0;
+            items += item->childItems();
+        }
+        return found;
+    };
+    QCOMPARE(count(QStringLiteral("1 : 1")), 1);
+    QCOMPARE(count(QStringLiteral("2 : 3")), 1);
+    QCOMPARE(count(QStringLiteral("5 : 6")), 1);
+    // Zoomed to the lower half.
+    scene->chart()->zoomIn(QRectF(0.0, scene->chart()->height() / 2.0, scene->chart()->width(),
+            scene->chart()->height() / 2.0));
+    QCOMPARE(count(QStringLiteral("1 : 1")), 1);
+    QCOMPARE(count(QStringLiteral("5 : 6")), 0);
 }
 
 void tst_Gallery::dragZooms_data()

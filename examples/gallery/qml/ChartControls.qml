@@ -14,15 +14,22 @@ Flow {
 
     signal pauseToggled
 
+    // As wide as its text, not as wide as buttons usually are.
+    component SmallButton: Button {
+        width: implicitContentWidth + 24
+        height: 32
+    }
+
     spacing: 14
 
-    Button {
+    SmallButton {
         visible: controls.canPause
         text: controls.paused ? qsTr("Go on") : qsTr("Pause")
-        width: 90
+        width: 74
         onClicked: controls.pauseToggled()
     }
     Row {
+        height: 32
         spacing: 8
 
         Text {
@@ -40,6 +47,7 @@ Flow {
             stepSize: 0.5
             value: 2
             width: 130
+            height: parent.height
             onValueChanged: controls.chart.lineWidth = value
         }
     }
@@ -57,7 +65,7 @@ Flow {
             // In the order of ZoomDelegate's types.
             model: [qsTr("Diagonal"), qsTr("Vertical"), qsTr("Horizontal")]
 
-            Button {
+            SmallButton {
                 required property int index
                 required property string modelData
 
@@ -68,10 +76,10 @@ Flow {
                 onClicked: controls.chart.zoomType = index
             }
         }
-        Button {
-            text: qsTr("Reset")
-            enabled: controls.chart.isZoomed
-            onClicked: controls.chart.zoomReset()
-        }
+    }
+    SmallButton {
+        text: qsTr("Reset")
+        enabled: controls.chart.isZoomed
+        onClicked: controls.chart.zoomReset()
     }
 }

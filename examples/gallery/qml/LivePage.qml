@@ -35,6 +35,8 @@ ColumnLayout {
         traces: page.traces
     }
     ChartControls {
+        // In a low window the chart needs the room.
+        visible: page.height > 320
         Layout.fillWidth: true
         Layout.leftMargin: 64
         chart: plot.chart

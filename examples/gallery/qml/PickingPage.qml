@@ -30,6 +30,8 @@ ColumnLayout {
         yNames: table.ratios
     }
     ChartControls {
+        // In a low window the chart needs the room.
+        visible: page.height > 320
         Layout.fillWidth: true
         Layout.leftMargin: 64
         chart: plot.chart

@@ -31,6 +31,11 @@ Item {
             values.push(i * step);
         return values;
     }
+    // Doubled until there is room for the labels, each of which takes so many pixels.
+    function roomyStep(step: real, range: var, pixels: real, labelSize: real): real {
+        const distance = step / (range.max - range.min) * pixels;
+        return distance > 0 && distance < labelSize ? step * 2 ** Math.ceil(Math.log2(labelSize / distance)) : step;
+    }
     function number(value: real, decimals: int): string {
         // No minus before a zero.
         const isZero = Math.abs(value) < 0.5 * 10 ** -decimals;
@@ -45,8 +50,9 @@ Item {
     }
     function yLabel(value: real): string {
         if (yNames.length === 0)
-            return label(value, yStep);
-        return value in yNames ? yNames[value] : "";
+            return label(value, frame.yStep);
+        const name = yNames[value];
+        return name === undefined ? "" : name;
     }
     // With as many decimals as tell neighbouring pixels apart.
     function coordinate(value: real, range: var, pixels: real, unit: string): string {
@@ -60,13 +66,16 @@ Item {
         const domain = trace.domain;
         const dataX = Domain.mapFromGeometry(Domain.span(0, width), domain.xRange, x);
         const dataY = Domain.mapFromGeometry(Domain.span(0, height), domain.yRange, height - y);
-        return qsTr("%1 clicked at %2, %3").arg(trace.name).arg(coordinate(dataX, domain.xRange, width, xUnit)).arg(coordinate(dataY, domain.yRange, height, yUnit));
+        return qsTr("%1:  %2, %3").arg(trace.name).arg(coordinate(dataX, domain.xRange, width, xUnit)).arg(coordinate(dataY, domain.yRange, height, yUnit));
     }
 
     onTracesChanged: readout.text = ""
 
     Rectangle {
         id: frame
+
+        readonly property real xStep: area.roomyStep(area.xStep, area.xRange, width, 44)
+        readonly property real yStep: area.roomyStep(area.yStep, area.yRange, height, 16)
 
         // Whole pixels: the picture of the traces is as large as the chart and not resampled then.
         x: 64
@@ -76,7 +85,7 @@ Item {
         color: Theme.plot
 
         Repeater {
-            model: area.ticks(area.xRange, area.xStep)
+            model: area.ticks(area.xRange, frame.xStep)
 
             Item {
                 id: xTick
@@ -93,14 +102,14 @@ Item {
                 Text {
                     anchors.horizontalCenter: parent.left
                     y: frame.height + 6
-                    text: area.label(xTick.modelData, area.xStep)
+                    text: area.label(xTick.modelData, frame.xStep)
                     color: Theme.dimText
                     font.pixelSize: Theme.labelSize
                 }
             }
         }
         Repeater {
-            model: area.ticks(area.yRange, area.yStep)
+            model: area.ticks(area.yRange, frame.yStep)
 
             Item {
                 id: yTick

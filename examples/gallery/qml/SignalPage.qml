@@ -41,6 +41,8 @@ ColumnLayout {
         traces: page.traces
     }
     ChartControls {
+        // In a low window the chart needs the room.
+        visible: page.height > 320
         Layout.fillWidth: true
         Layout.leftMargin: 64
         chart: plot.chart
@@ -51,9 +53,12 @@ ColumnLayout {
             visible: count > 1
             model: player.sources
             currentIndex: player.currentSource
+            height: 32
             onActivated: index => player.currentSource = index
         }
         Text {
+            height: 32
+            verticalAlignment: Text.AlignVCenter
             text: qsTr("%1, %2").arg(player.sources[player.currentSource]).arg(page.rate())
             color: Theme.dimText
             font.pixelSize: Theme.textSize
