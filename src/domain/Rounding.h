@@ -25,6 +25,25 @@ namespace Charts {
     return static_cast<int>(rounded);
 }
 
+/*!
+    \internal
+    \a value without its fraction, with the same ends as roundToInt().
+*/
+[[nodiscard]] inline int truncateToInt(double value)
+{
+    return roundToInt(std::trunc(value));
+}
+
+/*!
+    \internal
+    qRound() with the same ends as roundToInt(). It adds 0.5 away from zero and truncates, which
+    differs where the sum is rounded itself: 0.49999999999999994 becomes 1.
+*/
+[[nodiscard]] inline int qRoundSaturated(double value)
+{
+    return truncateToInt(value >= 0.0 ? value + 0.5 : value - 0.5);
+}
+
 } // namespace Charts
 
 #endif

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TraceDomain.h"
+#include "XYGrid.h"
 #include "ZoomDelegate.h"
 
 #include <QtCore/QMetaType>
@@ -15,6 +16,7 @@ namespace {
 */
 [[maybe_unused]] const bool registered = [] {
     qRegisterMetaType<TraceDomain::TraceFormat>();
+    qRegisterMetaType<XYGrid::GridLayoutMode>();
     qRegisterMetaType<ZoomDelegate::ZoomType>();
     return true;
 }();

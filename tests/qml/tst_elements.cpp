@@ -112,6 +112,8 @@ void tst_Elements::creatable_data()
     QTest::addColumn<QByteArray>("className");
     QTest::addColumn<QByteArray>("base");
     QTest::newRow("Chart") << QByteArray("Charts::Chart") << QByteArray("Charts::ChartItem");
+    for (const char *grid : {"PolarGrid", "SmithGrid", "XYGrid"})
+        QTest::newRow(grid) << QByteArray("Charts::") + grid << QByteArray("Charts::AbstractGrid");
     QTest::newRow("ZoomDelegate") << QByteArray("Charts::ZoomDelegate") << QByteArray("QQuickItem");
 }
 
@@ -169,8 +171,9 @@ void tst_Elements::unknown()
 void tst_Elements::asPropertyTypes_data()
 {
     QTest::addColumn<QString>("type");
-    for (const char *name : {"AbstractTrace", "Chart", "ChartItem", "ChartMouseEvent",
-                 "TraceDomain", "ZoomDelegate"})
+    for (const char *name :
+            {"AbstractGrid", "AbstractTrace", "Chart", "ChartItem", "ChartMouseEvent", "PolarGrid",
+                    "SmithGrid", "TraceDomain", "XYGrid", "ZoomDelegate"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
@@ -239,8 +242,8 @@ void tst_Elements::singletonPerEngine()
 void tst_Elements::parserStatus_data()
 {
     QTest::addColumn<QString>("element");
-    QTest::newRow("Chart") << u"Chart"_s;
-    QTest::newRow("ZoomDelegate") << u"ZoomDelegate"_s;
+    for (const char *name : {"Chart", "PolarGrid", "SmithGrid", "XYGrid", "ZoomDelegate"})
+        QTest::newRow(name) << QString::fromLatin1(name);
 }
 
 // classBegin() makes an item incomplete, componentComplete() complete again.

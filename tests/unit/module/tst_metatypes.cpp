@@ -49,6 +49,7 @@ void tst_MetaTypes::knownByName_data()
 {
     QTest::addColumn<bool>("isEnumeration");
     QTest::newRow("Charts::TraceDomain::TraceFormat") << true;
+    QTest::newRow("Charts::XYGrid::GridLayoutMode") << true;
     QTest::newRow("Charts::ZoomDelegate::ZoomType") << true;
     QTest::newRow("Charts::Span") << false;
     QTest::newRow("QList<Charts::Span>") << false;

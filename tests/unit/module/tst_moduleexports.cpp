@@ -92,19 +92,30 @@ void tst_ModuleExports::classes_data()
     row("AbstractRenderNode", polymorphic(u"AbstractRenderNode"_s, {}));
     row("AbstractTrace", object(u"AbstractTrace"_s, u"QObject*"_s));
     row("BoundRange", {u"Charts::BoundRange::push("_s, u"Charts::BoundRange::pop("_s});
+    row("AbstractGrid", object(u"AbstractGrid"_s, u"QQuickItem*"_s));
+    row("ArcNode", polymorphic(u"ArcNode"_s, QString()));
     row("Chart", object(u"Chart"_s, u"QQuickItem*"_s));
     row("ChartItem", object(u"ChartItem"_s, u"QQuickItem*"_s));
     row("ChartMouseEvent", object(u"ChartMouseEvent"_s, u"QMouseEvent*, QObject*"_s));
+    row("Circle", {u"Charts::Circle::include(Charts::Circle const&) const"_s,
+                          u"Charts::Circle::exclude(Charts::Circle const&) const"_s,
+                          u"Charts::circledLine(QLine, Charts::Circle)"_s,
+                          u"Charts::circledCircle(Charts::Circle, Charts::Circle)"_s});
     row("ChartNode", polymorphic(u"ChartNode"_s, u"QQuickWindow*"_s));
     row("DomainUtils",
             {u"vtable for Charts::DomainUtils"_s, u"Charts::DomainUtils::staticMetaObject"_s,
                     u"Charts::DomainUtils::mapRangeValue(Charts::Span, Charts::Span, double)"_s});
+    row("LineNode", polymorphic(u"LineNode"_s, QString()));
     row("OpenGLRenderNode", object(u"OpenGLRenderNode"_s, u"QQuickWindow*"_s));
+    row("PolarGrid", object(u"PolarGrid"_s, u"QQuickItem*"_s));
+    row("SmithGrid", object(u"SmithGrid"_s, u"QQuickItem*"_s));
+    row("SmoothColorMaterial", polymorphic(u"SmoothColorMaterial"_s, QString()));
     row("Span", {u"Charts::Span::staticMetaObject"_s,
                         u"Charts::operator==(Charts::Span const&, Charts::Span const&)"_s,
                         u"Charts::operator<<(QDebug, Charts::Span const&)"_s});
     row("TraceData", {u"Charts::TraceData::setColor(QColor const&)"_s});
     row("TraceDomain", object(u"TraceDomain"_s, u"QObject*"_s));
+    row("XYGrid", object(u"XYGrid"_s, u"QQuickItem*"_s));
     row("ZoomDelegate", object(u"ZoomDelegate"_s, u"QQuickItem*"_s));
 }
 
@@ -120,7 +131,8 @@ void tst_ModuleExports::privateClassesAreHidden()
 {
     const QStringList privateClasses = QStringLiteral(PRIVATE_CLASSES).split(u' ');
     for (const char *name : {"TraceDrawPass", "TraceBuffers", "TraceFramebuffers", "TracePicker",
-                 "TraceProgram", "TraceMatrices", "PointerEventQueue", "MouseResponseDispatcher"})
+                 "TraceProgram", "TraceMatrices", "GridColumns", "SmithGeometry",
+                 "PointerEventQueue", "MouseResponseDispatcher"})
         QVERIFY2(privateClasses.contains(QLatin1StringView(name)), name);
 
     for (const QString &name : privateClasses) {
@@ -137,7 +149,8 @@ void tst_ModuleExports::nothingElseInNamespace()
     for (QString &symbol : found)
         symbol = freeFunction.match(symbol).captured(1);
     found.sort();
-    const QStringList expected{u"operator<<"_s, u"operator=="_s};
+    const QStringList expected{
+            u"circledCircle"_s, u"circledLine"_s, u"operator<<"_s, u"operator=="_s};
     QCOMPARE(found, expected);
 }
 

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include <ChartsLibrary/AbstractGrid.h>
 #include <ChartsLibrary/AbstractTrace.h>
 #include <ChartsLibrary/Chart.h>
 #include <ChartsLibrary/ChartItem.h>
 #include <ChartsLibrary/ChartMouseEvent.h>
 #include <ChartsLibrary/DomainUtils.h>
 #include <ChartsLibrary/OpenGLRenderNode.h>
+#include <ChartsLibrary/PolarGrid.h>
+#include <ChartsLibrary/SmithGrid.h>
 #include <ChartsLibrary/Span.h>
 #include <ChartsLibrary/TraceDomain.h>
+#include <ChartsLibrary/XYGrid.h>
 #include <ChartsLibrary/ZoomDelegate.h>
 
 #include <QtCore/QFile>
@@ -63,14 +67,18 @@ void tst_Registration::order()
         classes += match.next().captured(2);
 
     const QStringList expected{
+            u"Charts::AbstractGrid"_s,
             u"Charts::AbstractTrace"_s,
             u"Charts::Chart"_s,
             u"Charts::ChartItem"_s,
             u"QQuickItem"_s,
             u"Charts::ChartMouseEvent"_s,
             u"Charts::DomainUtils"_s,
+            u"Charts::PolarGrid"_s,
+            u"Charts::SmithGrid"_s,
             u"Charts::Span"_s,
             u"Charts::TraceDomain"_s,
+            u"Charts::XYGrid"_s,
             u"Charts::ZoomDelegate"_s,
     };
     QCOMPARE(classes, expected);
@@ -95,12 +103,16 @@ void tst_Registration::classInfos_data()
     const auto row = [](const QMetaObject &metaObject, const ClassInfos &infos) {
         QTest::newRow(metaObject.className()) << &metaObject << infos;
     };
+    row(AbstractGrid::staticMetaObject, uncreatable);
     row(AbstractTrace::staticMetaObject, uncreatable);
     row(Chart::staticMetaObject, creatable);
     row(ChartItem::staticMetaObject, uncreatable);
     row(ChartMouseEvent::staticMetaObject, uncreatable);
     row(DomainUtils::staticMetaObject, {{"QML.Element", "Domain"}, {"QML.Singleton", "true"}});
+    row(PolarGrid::staticMetaObject, creatable);
+    row(SmithGrid::staticMetaObject, creatable);
     row(TraceDomain::staticMetaObject, uncreatable);
+    row(XYGrid::staticMetaObject, creatable);
     row(ZoomDelegate::staticMetaObject, creatable);
     row(OpenGLRenderNode::staticMetaObject, {});
 }
@@ -134,12 +146,16 @@ void tst_Registration::bases_data()
     const auto row = [](const QMetaObject &metaObject, const char *base) {
         QTest::newRow(metaObject.className()) << &metaObject << QByteArray(base);
     };
+    row(AbstractGrid::staticMetaObject, "Charts::ChartItem");
     row(AbstractTrace::staticMetaObject, "QObject");
     row(Chart::staticMetaObject, "Charts::ChartItem");
     row(ChartItem::staticMetaObject, "QQuickItem");
     row(ChartMouseEvent::staticMetaObject, "QObject");
     row(DomainUtils::staticMetaObject, "QObject");
+    row(PolarGrid::staticMetaObject, "Charts::AbstractGrid");
+    row(SmithGrid::staticMetaObject, "Charts::AbstractGrid");
     row(TraceDomain::staticMetaObject, "QObject");
+    row(XYGrid::staticMetaObject, "Charts::AbstractGrid");
     row(ZoomDelegate::staticMetaObject, "QQuickItem");
 }
 

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_POLARGRID_H
+#define CHARTS_POLARGRID_H
+
+#include "AbstractGrid.h"
+#include "ChartsExport.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace Charts {
+
+/*!
+    \qmltype PolarGrid
+    \inqmlmodule zel.charts
+    \brief A polar diagram: a boundary circle, two axes, rings at the quarters of the radius and
+    spokes, more of them towards the boundary.
+
+    It fills the largest centred square of the item and reads no trace domain.
+*/
+/*!
+    \class Charts::PolarGrid
+    \brief A polar diagram.
+
+    Owned by QML or the application. GUI thread; nodes are written on the render thread while the
+    GUI thread is blocked.
+*/
+class CHARTS_EXPORT PolarGrid : public AbstractGrid
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    /*! \qmlproperty real PolarGrid::scale
+        The value that the boundary stands for. Above 1 a further circle marks 1, at the boundary's
+        radius divided by the scale. Default 1; below 0.001 the same as 0.001. */
+    Q_PROPERTY(double scale READ scale WRITE setScale NOTIFY scaleChanged)
+
+public:
+    explicit PolarGrid(QQuickItem *parent = nullptr);
+    ~PolarGrid() override;
+
+    [[nodiscard]] double scale() const { return m_scale; }
+    /*! A relative change of at most 1e-12 is ignored. */
+    void setScale(double scale);
+
+Q_SIGNALS:
+    void scaleChanged(double scale);
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;
+
+private:
+    double m_scale = 1.0;
+};
+
+} // namespace Charts
+
+#endif

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#ifndef CHARTS_ARCSHAPE_H
+#define CHARTS_ARCSHAPE_H
+
+#include <QtCore/QPointF>
+
+namespace Charts {
+
+/*!
+    \class Charts::ArcShape
+    \brief A circular arc in pixels of an item, angles in radians.
+
+    Angles grow from the x axis towards the y axis, which points downwards: clockwise on the screen.
+    A full circle runs from 0 to 2 pi. With all fields 0 there is no arc.
+*/
+struct ArcShape
+{
+    QPointF center;
+    double radius = 0.0;
+    double startAngle = 0.0;
+    double endAngle = 0.0;
+
+    friend bool operator==(const ArcShape &, const ArcShape &) = default;
+};
+
+} // namespace Charts
+
+#endif
