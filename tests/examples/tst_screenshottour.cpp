@@ -80,7 +80,7 @@ QRect chartArea(const QImage &picture)
     }
     if (rows.size() != 2)
         return {};
-    return QRect(QPoint(left, rows[0]), QPoint(right, rows[1])).adjusted(1, 1, -1, -1);
+    return QRect(QPoint(left, rows[0]), QPoint(right, rows[1])).adjusted(0, 0, -1, -1);
 }
 
 /*! The centre of the pixels in the trace's colour in the column \a x of \a area, from its top, and
@@ -198,7 +198,8 @@ void tst_ScreenshotTour::constantSignal()
 
 void tst_ScreenshotTour::step()
 {
-    // From 1 to 3 after 1.5 of 4 s. The range is that of the values and 6 % of it more on each side.
+    // From 1 to 3 after 1.5 of 4 s. The range is that of the values and 6 % of it more on each side,
+    // widened to multiples of a readable step, 0.25.
     QByteArray text = "time [s],value [V]\n";
     for (int i = 0; i <= 400; ++i)
         text += QByteArray::number(i * 0.01) + (i < 150 ? ",1\n" : ",3\n");
@@ -207,9 +208,9 @@ void tst_ScreenshotTour::step()
     const QRect area = chartArea(picture);
     QVERIFY(area.width() > 700 && area.height() > 300);
 
-    // The range is 0.88 to 3.12: 3 stands 0.12 below its top, 1 stands 2.12 below.
-    const double upper = 0.12 / 2.24 * area.height();
-    const double lower = 2.12 / 2.24 * area.height();
+    // The range is 0.75 to 3.25: 3 stands 0.25 below its top, 1 stands 2.25 below.
+    const double upper = 0.25 / 2.5 * area.height();
+    const double lower = 2.25 / 2.5 * area.height();
     // The step itself lies between the samples at 1.49 and at 1.5 s.
     const double edgeBegin = 1.49 / 4.0 * area.width();
     const double edgeEnd = 1.50 / 4.0 * area.width();

@@ -7,9 +7,8 @@ namespace Gallery {
 
 namespace {
 
-// A little more than 0 to 100 %, so that lines on the limits are seen at their full width.
-constexpr float lowest = -3.0F;
-constexpr float highest = 103.0F;
+constexpr double lowest = 0.0; // percent
+constexpr double highest = 100.0;
 
 } // namespace
 
@@ -36,6 +35,9 @@ void LoadTrace::updateData()
     m_data.setColor(color());
     m_data.setWidth(static_cast<float>(lineWidth()));
     m_data.setVisible(isVisible());
+    // Lines on the limits are seen at their full width. In a zoom what lies outside stays outside.
+    m_data.setBoundingY(domain()->isZoomed() ? Charts::BoundingMethod::Unbounded
+                                             : Charts::BoundingMethod::Clamp);
     // The domain counts from now, the vertices from the start.
     Charts::ViewPort viewPort = visibleRanges(*domain());
     viewPort.x += static_cast<float>(m_clock.seconds());

@@ -22,8 +22,7 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.fillHeight: true
         traces: page.traces
-        // Quarters of the full load are not what one reads off.
-        yStep: chart.isZoomed ? Domain.niceStep(yRange) : 20
+        yCount: 5
         xTitle: qsTr("time before now, s")
         yTitle: qsTr("load of each core, %")
         xUnit: "s"

@@ -25,8 +25,6 @@ ColumnLayout {
         xTitle: qsTr("phase difference, degrees")
         yTitle: qsTr("ratio of frequencies, x : y")
         xUnit: "°"
-        // A label for each row, none between them.
-        yStep: 1
         yNames: table.ratios
     }
     ChartControls {

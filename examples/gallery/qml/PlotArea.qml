@@ -13,46 +13,74 @@ Item {
     readonly property var domain: traces.length > 0 ? traces[0].domain : null // qmllint disable property
     readonly property var xRange: domain?.xRange ?? Domain.span(0, 1)
     readonly property var yRange: domain?.yRange ?? Domain.span(0, 1)
-    property real xStep: Domain.niceStep(xRange)
-    property real yStep: Domain.niceStep(yRange)
+    property int xLayout: XYGrid.NiceLabelsLinGrid
+    // Bands between the horizontal lines.
+    property int yCount: Math.max(yNames.length, 10)
     property string xTitle: ""
     property string yTitle: ""
     property string xUnit: ""
     property string yUnit: ""
-    // Names of the values 0, 1, ... instead of numbers.
+    // Names of the values 0, 1, ...: they stand at their values, and not numbers at the lines.
     property var yNames: []
     readonly property alias chart: chartItem
 
-    function ticks(range: var, step: real): var {
-        const values = [];
-        if (!(step > 0) || !isFinite(step))
-            return values;
-        for (let i = Math.ceil(range.min / step); i * step <= range.max && values.length < 40; ++i)
-            values.push(i * step);
-        return values;
+    // Where labels stand and what they say. The grid's border has a label, too, if it has a value of
+    // the layout.
+    function xTicks(values: var, width: real): var {
+        const step = values.length > 1 ? values[1] - values[0] : 0;
+        const end = values.length > 1 ? values[values.length - 1] + step : NaN;
+        const isEnd = Math.abs(end - xRange.max) < 1e-6 * step;
+        const ticks = [];
+        let free = -1;
+        for (const value of isEnd ? [...values, end] : values) {
+            const position = Domain.mapToGeometry(Domain.span(0, width), xRange, value);
+            if (position < free)
+                continue;
+            ticks.push({
+                    "position": position,
+                    "text": label(value, step)
+                });
+            free = position + 44;
+        }
+        return ticks;
     }
-    // Doubled until there is room for the labels, each of which takes so many pixels.
-    function roomyStep(step: real, range: var, pixels: real, labelSize: real): real {
-        const distance = step / (range.max - range.min) * pixels;
-        return distance > 0 && distance < labelSize ? step * 2 ** Math.ceil(Math.log2(labelSize / distance)) : step;
+    function yTicks(height: real): var {
+        const step = (yRange.max - yRange.min) / yCount;
+        const values = [];
+        if (yNames.length > 0) {
+            for (let i = Math.max(0, Math.ceil(yRange.min)); i < yNames.length && i <= yRange.max; ++i)
+                values.push(i);
+        } else {
+            for (let i = 0; i <= yCount; ++i)
+                values.push(yRange.min + i * step);
+        }
+        const ticks = [];
+        let free = height + 1;
+        for (const value of values) {
+            const position = height - Domain.mapToGeometry(Domain.span(0, height), yRange, value);
+            if (position > free)
+                continue;
+            ticks.push({
+                    "position": position,
+                    "text": yNames.length > 0 ? yNames[value] : label(value, step)
+                });
+            free = position - 15;
+        }
+        return ticks;
     }
     function number(value: real, decimals: int): string {
         // No minus before a zero.
         const isZero = Math.abs(value) < 0.5 * 10 ** -decimals;
         return (isZero ? 0 : value).toFixed(decimals).replace("-", "\u2212");
     }
-    // With as many decimals as tell neighbouring labels apart.
+    // With as many decimals as the step has, if those are few, or as tell neighbouring labels apart.
     function label(value: real, step: real): string {
         let decimals = 0;
-        while (decimals < 6 && Math.abs(step * 10 ** decimals - Math.round(step * 10 ** decimals)) > 1e-6)
+        while (decimals < 4 && Math.abs(step * 10 ** decimals - Math.round(step * 10 ** decimals)) > 1e-6)
             ++decimals;
+        if (decimals === 4)
+            decimals = Math.max(0, Math.min(Math.ceil(-Math.log10(step)) + 1, 9));
         return number(value, decimals);
-    }
-    function yLabel(value: real): string {
-        if (yNames.length === 0)
-            return label(value, frame.yStep);
-        const name = yNames[value];
-        return name === undefined ? "" : name;
     }
     // With as many decimals as tell neighbouring pixels apart.
     function coordinate(value: real, range: var, pixels: real, unit: string): string {
@@ -74,9 +102,6 @@ Item {
     Rectangle {
         id: frame
 
-        readonly property real xStep: area.roomyStep(area.xStep, area.xRange, width, 44)
-        readonly property real yStep: area.roomyStep(area.yStep, area.yRange, height, 16)
-
         // Whole pixels: the picture of the traces is as large as the chart and not resampled then.
         x: 64
         y: 26
@@ -84,53 +109,41 @@ Item {
         height: Math.max(0, Math.floor(area.height) - y - 44)
         color: Theme.plot
 
+        XYGrid {
+            id: grid
+
+            anchors.fill: parent
+            xLayout: area.xLayout
+            yCount: area.yCount
+            innerGridLinesColor: Theme.grid
+            outerGridLinesColor: Theme.frame
+            // Labels are those of the layout at the time when the range changes: the layout goes first.
+            Component.onCompleted: xRange = Qt.binding(() => area.xRange)
+        }
         Repeater {
-            model: area.ticks(area.xRange, frame.xStep)
+            model: area.xTicks(grid.xLabels, grid.width)
 
-            Item {
-                id: xTick
+            Text {
+                required property var modelData
 
-                required property real modelData
-
-                x: Math.round(Domain.mapToGeometry(Domain.span(0, frame.width), area.xRange, modelData))
-
-                Rectangle {
-                    width: 1
-                    height: frame.height
-                    color: Theme.grid
-                }
-                Text {
-                    anchors.horizontalCenter: parent.left
-                    y: frame.height + 6
-                    text: area.label(xTick.modelData, frame.xStep)
-                    color: Theme.dimText
-                    font.pixelSize: Theme.labelSize
-                }
+                x: Math.round(modelData.position - width / 2)
+                y: frame.height + 6
+                text: modelData.text
+                color: Theme.dimText
+                font.pixelSize: Theme.labelSize
             }
         }
         Repeater {
-            model: area.ticks(area.yRange, frame.yStep)
+            model: area.yTicks(grid.height)
 
-            Item {
-                id: yTick
+            Text {
+                required property var modelData
 
-                required property real modelData
-
-                y: Math.round(frame.height - Domain.mapToGeometry(Domain.span(0, frame.height), area.yRange, modelData))
-
-                Rectangle {
-                    width: frame.width
-                    height: 1
-                    color: Theme.grid
-                }
-                Text {
-                    anchors.right: parent.left
-                    anchors.rightMargin: 8
-                    anchors.verticalCenter: parent.top
-                    text: area.yLabel(yTick.modelData)
-                    color: Theme.dimText
-                    font.pixelSize: Theme.labelSize
-                }
+                x: -width - 8
+                y: Math.round(modelData.position - height / 2)
+                text: modelData.text
+                color: Theme.dimText
+                font.pixelSize: Theme.labelSize
             }
         }
         InteractiveChart {
@@ -143,12 +156,6 @@ Item {
                 readout.color = trace.color;
             }
             onBackgroundClicked: readout.text = ""
-        }
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -1
-            color: "transparent"
-            border.color: Theme.frame
         }
     }
     Shortcut {

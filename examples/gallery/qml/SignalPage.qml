@@ -30,6 +30,7 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.fillHeight: true
         traces: page.traces
+        yCount: player.valueBands
         xTitle: qsTr("time in the sweep, s")
         yTitle: player.valueUnit ? qsTr("value, %1").arg(player.valueUnit) : qsTr("value")
         xUnit: "s"

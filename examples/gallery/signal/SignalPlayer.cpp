@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SignalPlayer.h"
 
+#include <ChartsLibrary/DomainUtils.h>
+
 #include <QtGui/QColor>
 
 #include <algorithm>
@@ -37,6 +39,7 @@ SweepSettings settingsFor(const Charts::Readers::SampleTable &table)
     return settings;
 }
 
+/*! Wider than the range of the values, so that lines on the limits are seen at their full width. */
 Charts::Span paddedRangeOf(const Charts::Readers::SampleTable &table)
 {
     Charts::Span range(
@@ -54,6 +57,21 @@ Charts::Span paddedRangeOf(const Charts::Readers::SampleTable &table)
     const double padding =
             range.length() > 0.0 ? range.length() * 0.06 : std::max(1.0, std::abs(range.min));
     return {range.min - padding, range.max + padding};
+}
+
+struct Bands
+{
+    Charts::Span range;
+    int count = 1;
+};
+
+/*! Widens \a range to multiples of a readable step. */
+Bands bandsOf(const Charts::Span &range)
+{
+    const double step = Charts::DomainUtils().niceStep(range);
+    const double first = std::floor(range.min / step);
+    const double last = std::ceil(range.max / step);
+    return {{first * step, last * step}, static_cast<int>(last - first)};
 }
 
 QColor colorOf(std::size_t column)
@@ -110,7 +128,9 @@ void SignalPlayer::makeTraces()
 
     const auto &table = allSources().at(static_cast<std::size_t>(m_currentSource)).table;
     m_settings = settingsFor(*table);
-    m_valueRange = paddedRangeOf(*table);
+    const Bands bands = bandsOf(paddedRangeOf(*table));
+    m_valueRange = bands.range;
+    m_valueBands = bands.count;
     m_valueUnit = QString::fromStdString(table->columns.front().unit);
     for (std::size_t column = 0; column < table->columns.size(); ++column) {
         auto *trace = new SweepTrace(table, column, m_settings, m_clock, this);

@@ -28,6 +28,8 @@ class SignalPlayer : public QObject
     Q_PROPERTY(QList<Gallery::SweepTrace *> traces READ traces NOTIFY tracesChanged)
     Q_PROPERTY(Charts::Span timeRange READ timeRange NOTIFY tracesChanged)
     Q_PROPERTY(Charts::Span valueRange READ valueRange NOTIFY tracesChanged)
+    /*! Readable steps in the value range. */
+    Q_PROPERTY(int valueBands READ valueBands NOTIFY tracesChanged)
     Q_PROPERTY(QString valueUnit READ valueUnit NOTIFY tracesChanged)
     Q_PROPERTY(double speed READ speed NOTIFY tracesChanged)
     Q_PROPERTY(bool paused READ isPaused WRITE setPaused NOTIFY pausedChanged)
@@ -50,6 +52,7 @@ public:
     [[nodiscard]] QList<SweepTrace *> traces() const { return m_traces; }
     [[nodiscard]] Charts::Span timeRange() const { return {0.0, m_settings.length}; }
     [[nodiscard]] Charts::Span valueRange() const { return m_valueRange; }
+    [[nodiscard]] int valueBands() const { return m_valueBands; }
     [[nodiscard]] QString valueUnit() const { return m_valueUnit; }
     /*! Seconds of data a second. */
     [[nodiscard]] double speed() const { return m_settings.speed; }
@@ -67,6 +70,7 @@ private:
     int m_currentSource = 0;
     SweepSettings m_settings;
     Charts::Span m_valueRange;
+    int m_valueBands = 1;
     QString m_valueUnit;
     QList<SweepTrace *> m_traces;
 };
