@@ -35,7 +35,7 @@ Chart::Chart(QQuickItem *parent)
     , m_eventQueue(std::make_unique<PointerEventQueue>())
     , m_updateTimer(new QTimer(this))
     , m_traces(std::make_unique<TraceList>())
-    , m_dispatcher(std::make_unique<MouseResponseDispatcher>(*this))
+    , m_dispatcher(std::make_unique<MouseResponseDispatcher>(*this, *m_traces))
 {
     setFlag(ItemHasContents);
     setAntialiasing(true);

@@ -5,6 +5,7 @@
 #include "Chart.h"
 #include "ChartMouseEvent.h"
 #include "MouseEventResponse.h"
+#include "TraceList.h"
 
 namespace Charts {
 
@@ -28,17 +29,18 @@ void offer(ChartMouseEvent &event, AbstractTrace *trace, TraceSignal traceSignal
 
 } // namespace
 
-MouseResponseDispatcher::MouseResponseDispatcher(Chart &chart)
+MouseResponseDispatcher::MouseResponseDispatcher(Chart &chart, const TraceList &traces)
     : m_chart(chart)
+    , m_traces(traces)
 {
 }
 
 void MouseResponseDispatcher::dispatch(const std::vector<MouseEventResponse> &responses)
 {
     // A trace that was removed meanwhile is forgotten without a leave signal.
-    if (!m_chart.includes(m_hoveredTrace))
+    if (!m_traces.containsLiving(m_hoveredTrace))
         m_hoveredTrace = nullptr;
-    if (!m_chart.includes(m_pressedTrace))
+    if (!m_traces.containsLiving(m_pressedTrace))
         m_pressedTrace = nullptr;
     for (const MouseEventResponse &response : responses)
         dispatch(response);
@@ -47,7 +49,7 @@ void MouseResponseDispatcher::dispatch(const std::vector<MouseEventResponse> &re
 void MouseResponseDispatcher::dispatch(const MouseEventResponse &response)
 {
     QMouseEvent *event = response.event.get();
-    AbstractTrace *trace = m_chart.includes(response.trace) ? response.trace : nullptr;
+    AbstractTrace *trace = m_traces.containsLiving(response.trace) ? response.trace : nullptr;
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         press(event, trace);
@@ -99,7 +101,7 @@ void MouseResponseDispatcher::move(const MouseEventResponse &response)
     ChartMouseEvent chartEvent(response.event.get(), nullptr);
     if (m_hoveredTrace)
         Q_EMIT m_hoveredTrace->hovered(&chartEvent, false);
-    if (m_chart.includes(response.trace)) {
+    if (m_traces.containsLiving(response.trace)) {
         m_hoveredTrace = response.trace;
         Q_EMIT response.trace->hovered(&chartEvent, true);
     } else {
@@ -120,7 +122,8 @@ void MouseResponseDispatcher::release(QMouseEvent *event, AbstractTrace *trace)
     offer(releaseEvent, trace, &AbstractTrace::released, m_chart, &Chart::released);
 
     // The handlers may have removed the trace.
-    AbstractTrace *clicked = m_chart.includes(trace) && trace == m_pressedTrace ? trace : nullptr;
+    AbstractTrace *clicked =
+            m_traces.containsLiving(trace) && trace == m_pressedTrace ? trace : nullptr;
     ChartMouseEvent clickEvent(event, nullptr);
     if (clicked)
         Q_EMIT clicked->clicked(&clickEvent);

@@ -14,6 +14,7 @@ namespace Charts {
 
 class AbstractTrace;
 class Chart;
+class TraceList;
 struct MouseEventResponse;
 
 /*!
@@ -24,7 +25,7 @@ struct MouseEventResponse;
 class MouseResponseDispatcher
 {
 public:
-    explicit MouseResponseDispatcher(Chart &chart);
+    MouseResponseDispatcher(Chart &chart, const TraceList &traces);
 
     void dispatch(const std::vector<MouseEventResponse> &responses);
 
@@ -39,6 +40,7 @@ private:
     void move(const MouseEventResponse &response);
 
     Chart &m_chart;
+    const TraceList &m_traces;
     QPointer<AbstractTrace> m_hoveredTrace;
     QPointer<AbstractTrace> m_pressedTrace;
 };

@@ -26,6 +26,11 @@ bool TraceList::contains(const AbstractTrace *trace) const
     return std::find(m_traces.begin(), m_traces.end(), trace) != m_traces.end();
 }
 
+bool TraceList::containsLiving(const AbstractTrace *trace) const
+{
+    return trace && std::find(m_guards.begin(), m_guards.end(), trace) != m_guards.end();
+}
+
 void TraceList::append(AbstractTrace *trace)
 {
     m_traces.push_back(trace);

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] const std::vector<AbstractTrace *> &traces() const { return m_traces; }
     [[nodiscard]] bool isEmpty() const { return m_traces.empty(); }
     [[nodiscard]] bool contains(const AbstractTrace *trace) const;
+    /*! Whether \a trace is listed and has not been destroyed unheard of. */
+    [[nodiscard]] bool containsLiving(const AbstractTrace *trace) const;
 
     void append(AbstractTrace *trace);
     /*! Removes the first entry of \a trace; returns whether there was one. */
@@ -34,15 +36,17 @@ public:
     /*! Removes the entries of traces that exist no more; returns whether there were any. */
     bool dropDestroyed();
 
-    /*! Calls \a visit for each trace listed now, in order, whatever its handlers add, remove and
-        sort meanwhile; a trace that has left the list in the meantime is passed over. */
+    /*! Calls \a visit for each trace listed now, in order, whatever its handlers add, remove, sort
+        and destroy meanwhile; a trace that has left the list in the meantime is passed over. All
+        entries have to exist at the beginning. */
     template<typename Visit>
     void forEach(Visit &&visit)
     {
-        const std::vector<AbstractTrace *> listed = m_traces;
+        // Guarded: a handler may destroy a trace, too, unheard of or not.
+        const std::vector<QPointer<AbstractTrace>> listed(m_traces.begin(), m_traces.end());
         const int revision = m_revision;
-        for (AbstractTrace *trace : listed) {
-            if (m_revision == revision || contains(trace))
+        for (const auto &trace : listed) {
+            if (trace && (m_revision == revision || contains(trace)))
                 visit(*trace);
         }
     }

@@ -5,20 +5,53 @@
 #include "Graphics.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QEventLoop>
+#include <QtCore/QLockFile>
+#include <QtCore/QStandardPaths>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
+#include <QtGui/QScreen>
 #include <QtTest/QTest>
+
+#include <memory>
+#include <utility>
 
 namespace {
 
 constexpr int timeout = 10000;
+
+/*!
+    A place on the screen that no other test process has: what a closing window uncovers is drawn
+    again, and no test asked for that frame. The places lie above the middle of the screen, where
+    the pointer of a virtual display stands.
+*/
+QPoint ownPlace()
+{
+    constexpr int columns = 4;
+    constexpr int places = 8;
+    constexpr QSize distance = {400, 300};
+    static std::unique_ptr<QLockFile> lock;
+    static QPoint place;
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    for (int i = 0; i < places && !lock; ++i) {
+        auto candidate = std::make_unique<QLockFile>(
+                folder.filePath(QStringLiteral("charts-test-place-%1.lock").arg(i)));
+        if (!candidate->tryLock(0))
+            continue;
+        lock = std::move(candidate);
+        place = {i % columns * distance.width(), i / columns * distance.height()};
+    }
+    return place;
+}
 
 } // namespace
 
 ChartWindow::ChartWindow(const QSize &size, Content content)
 {
     resize(size);
+    // The place is in pixels of the screen.
+    setPosition(ownPlace() / screen()->devicePixelRatio());
     setColor(Qt::white);
     if (content == Content::Chart) {
         m_chart = new Charts::Chart(contentItem());

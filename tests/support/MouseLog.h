@@ -70,7 +70,8 @@ private:
         connect(
                 &sender, &Sender::hovered, this,
                 [this, name](Event *event, bool state) {
-                    note(name, QString::fromLatin1(state ? "hovered true" : "hovered false"), *event);
+                    note(name, QString::fromLatin1(state ? "hovered true" : "hovered false"),
+                            *event);
                 },
                 Qt::DirectConnection);
     }
