@@ -15,8 +15,9 @@ namespace Charts {
     \inqmlmodule zel.charts
     \brief What all grids have in common: the colours and the width of their lines.
 
-    Laid over or under a chart of the same size. Lines are smooth while the item's \c antialiasing
-    is on, which is the default here.
+    Laid over or under a chart of the same size. Lines are smooth if the item's \c antialiasing is
+    on when they are made, which is the default here; a change shows when they are made anew for
+    another reason.
 */
 /*!
     \class Charts::AbstractGrid

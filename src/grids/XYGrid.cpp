@@ -22,9 +22,20 @@ enum Container : std::size_t {
 
 using XYGridNode = GridNode<ContainerCount>;
 
+/*! QRectF::toRect() of a rectangle at the origin, of any size. A negative size becomes an empty one:
+    nothing is drawn in either, and QRect overflows at the lowest. */
 QRect roundedRect(const QRectF &rect)
 {
-    return {0, 0, roundToInt(rect.width()), roundToInt(rect.height())};
+    return {0, 0, std::max(0, qRoundSaturated(rect.width())),
+            std::max(0, qRoundSaturated(rect.height()))};
+}
+
+/*! Ascending, with each NaN behind all numbers: sorting needs an order among them, too. */
+bool isBefore(double a, double b)
+{
+    if (std::isnan(b))
+        return !std::isnan(a);
+    return a < b;
 }
 
 } // namespace
@@ -84,7 +95,7 @@ void XYGrid::updateGeomerty()
 void XYGrid::updateLabels()
 {
     m_xLabels.clear();
-    std::sort(m_labelValues.begin(), m_labelValues.end());
+    std::sort(m_labelValues.begin(), m_labelValues.end(), isBefore);
     for (const double value : m_labelValues)
         m_xLabels.append(m_xLayout == LogGrid ? std::log10(value) : value);
     Q_EMIT xLabelsChanged();

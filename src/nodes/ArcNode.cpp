@@ -108,7 +108,7 @@ void ArcNode::update(const ArcShape &arc, float width, QColor color, bool antial
     const double halfWidth = static_cast<double>(width) * 0.5;
     const double inner = arc.radius - halfWidth;
     const double outer = arc.radius + halfWidth;
-    const auto opaque = PremultipliedColor::from<float>(color);
+    const auto opaque = PremultipliedColor::from(color);
 
     m_geometry.allocate(sampleCount * (antialiasing ? 4 : 2), sampleCount * (antialiasing ? 6 : 2));
     auto *vertex = static_cast<SmoothVertex *>(m_geometry.vertexData());

@@ -19,8 +19,6 @@ struct ArcShape
     double radius = 0.0;
     double startAngle = 0.0;
     double endAngle = 0.0;
-
-    friend bool operator==(const ArcShape &, const ArcShape &) = default;
 };
 
 } // namespace Charts

@@ -81,7 +81,7 @@ void LineNode::setSmoothVertices(
     const Normal normal = normalOf(a, b);
     const double halfWidth = width * 0.5;
     const QPointF edge(halfWidth * normal.x, halfWidth * normal.y);
-    const auto opaque = PremultipliedColor::from<double>(color);
+    const auto opaque = PremultipliedColor::from(color);
 
     auto *vertex = static_cast<SmoothVertex *>(m_geometry.vertexData()) + index;
     if (!smooth) {

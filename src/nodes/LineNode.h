@@ -45,7 +45,7 @@ public:
             4  p - e  opaque, offset inwards            5  q - e
             6  p - e  transparent, offset outwards      7  q - e
 
-        The offset is two fifths of the width, of which the shader applies half a pixel at most.
+        The offset is two fifths of the width.
     */
     void setSmoothVertices(std::size_t index, QLineF line, float width, QColor color, bool smooth);
 

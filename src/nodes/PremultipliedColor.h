@@ -21,20 +21,14 @@ struct PremultipliedColor
     std::uint8_t blue = 0;
     std::uint8_t alpha = 0;
 
-    /*!
-        The channels are truncated, not rounded, so that it matters in which precision the factor
-        255 is applied: a product just below a whole number in \c double may be that number in
-        \c float. \a Real is the type of that last multiplication.
-    */
-    template<typename Real>
     [[nodiscard]] static PremultipliedColor from(const QColor &color)
     {
         const float alpha = color.alphaF();
         const auto byte = [](float fraction) {
-            const Real value = static_cast<Real>(fraction) * Real(255);
-            // Colours of the extended range exceed a byte, of which the low bits are kept, and may
+            const float value = fraction * 255.0F;
+            // Truncated, not rounded. Colours of the extended range exceed a byte, of which the low bits are kept, and may
             // be infinite, of which nothing is.
-            if (!(std::abs(value) < Real(1 << 30)))
+            if (!(std::abs(value) < 1e9F))
                 return std::uint8_t(0);
             return static_cast<std::uint8_t>(static_cast<std::int32_t>(value) & 0xFF);
         };

@@ -18,8 +18,9 @@ namespace {
 constexpr int blockSize = 80;
 constexpr int opacityOffset = 64;
 // Directly behind the opacity, four bytes before the block's pixel size: the shader reads 2 / height
-// and then the last four bytes of the block. The look of all lines and arcs is tuned to that; at its
-// proper place the pixel size would change it.
+// and then the last four bytes of the block, which are 0. Divided by that, its half a pixel is not a
+// number, and so no limit: vertices move by the whole of their offset. The look of all lines and arcs
+// is tuned to that; at its proper place the pixel size would make their edges harder.
 constexpr int pixelSizeOffset = 68;
 
 class SmoothColorMaterialShader : public QSGMaterialShader

@@ -14,9 +14,8 @@ namespace Charts {
     \brief Draws triangles in the colours of their vertices, with edges smoothed without
     multisampling.
 
-    A vertex on an edge carries an offset. The vertex shader moves it along that offset by half a
-    pixel on the screen, or by the whole offset where that is shorter: an opaque vertex inwards, a
-    transparent twin of it outwards. Between the two the colour fades.
+    A vertex on an edge carries an offset, along which the vertex shader moves it: an opaque vertex
+    inwards, a transparent twin of it outwards. Between the two the colour fades.
 
     \table
     \header \li location \li attribute \li components \li meaning

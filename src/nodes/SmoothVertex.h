@@ -11,7 +11,7 @@ namespace Charts {
 /*!
     \internal
     A vertex of SmoothColorMaterial. Position and offset are in coordinates of the item; the shader
-    moves the vertex along its offset by at most half a pixel on the screen.
+    moves the vertex along its offset.
 */
 struct SmoothVertex
 {
