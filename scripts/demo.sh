@@ -16,7 +16,7 @@ each page into build/screenshots instead.
   --screenshot DIR  let each page run for two seconds, write a PNG of it into DIR and exit
   --help            show this help
   FILE              CSV files of samples for the page Signal: a header row, a time column, value
-                    columns
+                    columns; Touchstone files (.s2p, .ts, ...) for the page Network
 EOF
 }
 

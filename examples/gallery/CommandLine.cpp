@@ -35,8 +35,9 @@ std::optional<CommandLine> CommandLine::parse(
             QStringLiteral("DIR"));
     parser.addOptions({help, page, screenshot});
     parser.addPositionalArgument(QStringLiteral("FILE"),
-            QStringLiteral("CSV files of samples for the page Signal: a header row, a time column, "
-                           "value columns."),
+            QStringLiteral(
+                    "CSV files of samples for the page Signal: a header row, a time column, "
+                    "value columns. Touchstone files (.s2p, .ts, ...) for the page Network."),
             QStringLiteral("[FILE...]"));
 
     const auto fail = [&exitCode](const QString &message) {

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLine.h"
 #include "ComputedSignal.h"
+#include "LadderFilter.h"
+#include "NetworkPlot.h"
 #include "ScreenshotTour.h"
 #include "SignalPlayer.h"
 
 #include "readers/ReadError.h"
 #include "readers/SampleTable.h"
+#include "readers/Touchstone.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQuick/QQuickWindow>
@@ -16,6 +20,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -23,23 +28,62 @@ namespace {
 constexpr int ioError = 1;
 constexpr int badFile = 2;
 
-const QStringList pages = {
-        QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Picking")};
+const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Bode"),
+        QStringLiteral("Network"), QStringLiteral("Picking")};
 
-std::vector<Gallery::SignalPlayer::Source> readSources(const QStringList &files)
+bool isTouchstone(const QString &file)
 {
-    using Charts::Readers::SampleTable;
-    std::vector<Gallery::SignalPlayer::Source> sources;
+    static const QRegularExpression suffix(
+            QStringLiteral("\\.(s\\d+p|ts)$"), QRegularExpression::CaseInsensitiveOption);
+    return suffix.match(file).hasMatch();
+}
+
+/*! A filter to look at where no file is given. */
+Charts::Readers::NetworkData computedNetwork()
+{
+    std::vector<double> frequencies;
+    for (int i = 1; i <= 500; ++i)
+        frequencies.push_back(i * 4e6);
+    return Gallery::LadderFilter::butterworth(5, 800e6).measuredAt(std::move(frequencies));
+}
+
+/*! Throws ReadError. */
+void readSources(const QStringList &files)
+{
+    using namespace Charts::Readers;
+    std::vector<Gallery::SignalPlayer::Source> tables;
+    std::vector<Gallery::NetworkPlot::Source> networks;
     for (const QString &file : files) {
-        sources.push_back({QFileInfo(file).fileName(),
-                std::make_shared<const SampleTable>(
-                        Charts::Readers::readSamples(file.toStdString()))});
+        const QString name = QFileInfo(file).fileName();
+        if (isTouchstone(file)) {
+            networks.push_back({name,
+                    std::make_shared<const NetworkData>(readTouchstone(file.toStdString()))});
+        } else {
+            tables.push_back(
+                    {name, std::make_shared<const SampleTable>(readSamples(file.toStdString()))});
+        }
     }
-    if (sources.empty()) {
-        sources.push_back({QStringLiteral("computed signal"),
+    if (tables.empty()) {
+        tables.push_back({QStringLiteral("computed signal"),
                 std::make_shared<const SampleTable>(Gallery::computedSignal())});
     }
-    return sources;
+    if (networks.empty()) {
+        networks.push_back({QStringLiteral("computed filter"),
+                std::make_shared<const NetworkData>(computedNetwork())});
+    }
+    Gallery::SignalPlayer::setSources(std::move(tables));
+    Gallery::NetworkPlot::setSources(std::move(networks));
+}
+
+/*! The page to begin with. */
+QString pageFor(const Gallery::CommandLine &commandLine)
+{
+    if (!commandLine.page.isEmpty())
+        return commandLine.page;
+    if (commandLine.files.isEmpty())
+        return pages.first();
+    return isTouchstone(commandLine.files.first()) ? QStringLiteral("Network")
+                                                   : QStringLiteral("Signal");
 }
 
 } // namespace
@@ -55,7 +99,7 @@ int main(int argc, char *argv[])
     if (!commandLine)
         return exitCode;
     try {
-        Gallery::SignalPlayer::setSources(readSources(commandLine->files));
+        readSources(commandLine->files);
     } catch (const Charts::Readers::ReadError &error) {
         std::fprintf(stderr, "gallery: %s\n", error.what());
         return badFile;
@@ -73,13 +117,10 @@ int main(int argc, char *argv[])
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     const QGuiApplication application(argc, argv);
 
-    QString page = commandLine->page;
-    if (page.isEmpty())
-        page = commandLine->files.isEmpty() ? pages.first() : QStringLiteral("Signal");
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/qt/qml"));
-    engine.setInitialProperties(
-            {{QStringLiteral("pages"), pages}, {QStringLiteral("currentPage"), page}});
+    engine.setInitialProperties({{QStringLiteral("pages"), pages},
+            {QStringLiteral("currentPage"), pageFor(*commandLine)}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Gallery/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;
@@ -87,7 +128,7 @@ int main(int argc, char *argv[])
         return QGuiApplication::exec();
 
     Gallery::ScreenshotTour tour(qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst()),
-            commandLine->page.isEmpty() ? pages : QStringList{page},
+            commandLine->page.isEmpty() ? pages : QStringList{commandLine->page},
             commandLine->screenshotDirectory);
     QObject::connect(
             &tour, &Gallery::ScreenshotTour::finished, &application,

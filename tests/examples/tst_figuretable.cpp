@@ -9,7 +9,7 @@
 
 using Charts::TracePoint;
 using Gallery::FigureTable;
-using Gallery::FigureTrace;
+using Gallery::StaticTrace;
 
 class tst_FigureTable : public QObject
 {
@@ -25,9 +25,9 @@ private Q_SLOTS:
     void takesOverAttributes();
 
 private:
-    static FigureTrace *named(const FigureTable &table, const QString &name)
+    static StaticTrace *named(const FigureTable &table, const QString &name)
     {
-        for (FigureTrace *trace : table.traces()) {
+        for (StaticTrace *trace : table.traces()) {
             if (trace->name() == name)
                 return trace;
         }
@@ -42,7 +42,7 @@ void tst_FigureTable::threeHundredNames()
     QCOMPARE(table.ratios().size(), 15);
     QSet<QString> names;
     QSet<QRgb> colors;
-    for (const FigureTrace *trace : table.traces()) {
+    for (const StaticTrace *trace : table.traces()) {
         names.insert(trace->name());
         colors.insert(trace->color().rgb());
     }
@@ -54,7 +54,7 @@ void tst_FigureTable::figuresStayInTheirCells()
 {
     const FigureTable table;
     for (qsizetype i = 0; i < table.traces().size(); ++i) {
-        FigureTrace *trace = table.traces()[i];
+        StaticTrace *trace = table.traces()[i];
         const double phase = 9.0 * static_cast<double>(i % 20);
         const auto row = static_cast<double>(i / 20);
         const Charts::TraceData &data = *trace->traceData();
@@ -91,7 +91,7 @@ void tst_FigureTable::shapes()
     QFETCH(const int, crossingsOfX);
     QFETCH(const int, crossingsOfY);
     const FigureTable table;
-    FigureTrace *trace = named(table, name);
+    StaticTrace *trace = named(table, name);
     QVERIFY(trace);
     const auto index = table.traces().indexOf(trace);
     const double phase = 9.0 * static_cast<double>(index % 20);
@@ -112,7 +112,7 @@ void tst_FigureTable::shapes()
 void tst_FigureTable::takesOverAttributes()
 {
     const FigureTable table;
-    FigureTrace *trace = table.traces().constFirst();
+    StaticTrace *trace = table.traces().constFirst();
     Charts::TraceData &data = *trace->traceData();
     trace->setColor(QColor(1, 2, 3));
     trace->setLineWidth(4.5);

@@ -8,6 +8,9 @@
 #include <ChartsLibrary/ChartMouseEvent.h>
 #include <ChartsLibrary/TraceData.h>
 
+#include <QtGui/QCursor>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
@@ -145,6 +148,8 @@ private:
 
 void tst_Gallery::initTestCase()
 {
+    // Out of the window, lest the real pointer's coming in be taken for a move of the test.
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     const auto table =
             std::make_shared<const Charts::Readers::SampleTable>(Gallery::computedSignal());

@@ -3,8 +3,12 @@
 
 #include <QtCore/QtMath>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
+#include <numbers>
+#include <vector>
 
 namespace Gallery {
 
@@ -22,6 +26,28 @@ constexpr std::array<Ratio, 15> frequencyRatios = {{{1, 1}, {1, 2}, {1, 3}, {1, 
 constexpr int phaseCount = 20;
 constexpr double phaseStep = 180.0 / phaseCount; // degrees
 constexpr double share = 0.74;                   // of its cell that a figure fills
+
+// Enough for a smooth line when a single figure fills the chart, and few enough that the segments
+// of a small one are not shorter than a pixel.
+constexpr int pointsPerOscillation = 64;
+
+/*! Two sine oscillations against each other, as an oscilloscope in X-Y mode shows them; the phase
+    is that of the x oscillation, in degrees, and where the figure stands. */
+std::vector<Charts::TracePoint> figure(const Ratio &ratio, double phase, double row)
+{
+    // The last point is the first again: the figure is closed.
+    const int pointCount = pointsPerOscillation * std::max(ratio.x, ratio.y) + 1;
+    std::vector<Charts::TracePoint> points;
+    for (int i = 0; i < pointCount; ++i) {
+        const double t = 2.0 * std::numbers::pi * i / (pointCount - 1);
+        const double x = std::sin(ratio.x * t + qDegreesToRadians(phase));
+        const double y = std::sin(ratio.y * t);
+        points.push_back({.x = static_cast<float>(phase + 0.5 * share * phaseStep * x),
+                .y = static_cast<float>(row + 0.5 * share * y),
+                .opacity = 1.0F});
+    }
+    return points;
+}
 
 QColor colorOf(std::size_t row, int column)
 {
@@ -44,8 +70,7 @@ FigureTable::FigureTable(QObject *parent)
         const Ratio &ratio = frequencyRatios.at(row);
         for (int column = 0; column < phaseCount; ++column) {
             const double phase = column * phaseStep;
-            auto *trace = new FigureTrace({ratio.x, ratio.y, qDegreesToRadians(phase)},
-                    {phase, static_cast<double>(row)}, share * phaseStep, share, this);
+            auto *trace = new StaticTrace(figure(ratio, phase, static_cast<double>(row)), this);
             trace->setName(QStringLiteral("%1 at %2°").arg(nameOf(ratio)).arg(phase));
             trace->setColor(colorOf(row, column));
             trace->domain()->setRangeXY(-0.6 * phaseStep, (phaseCount - 0.4) * phaseStep, -0.6,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FigureTrace.h"
+#include "StaticTrace.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
@@ -18,18 +18,18 @@ class FigureTable : public QObject
     Q_OBJECT
     QML_ELEMENT
 
-    Q_PROPERTY(QList<Gallery::FigureTrace *> traces READ traces CONSTANT)
+    Q_PROPERTY(QList<Gallery::StaticTrace *> traces READ traces CONSTANT)
     /*! Names of the rows, as "2 : 3". */
     Q_PROPERTY(QStringList ratios READ ratios CONSTANT)
 
 public:
     explicit FigureTable(QObject *parent = nullptr);
 
-    [[nodiscard]] QList<FigureTrace *> traces() const { return m_traces; }
+    [[nodiscard]] QList<StaticTrace *> traces() const { return m_traces; }
     [[nodiscard]] QStringList ratios() const;
 
 private:
-    QList<FigureTrace *> m_traces;
+    QList<StaticTrace *> m_traces;
 };
 
 } // namespace Gallery

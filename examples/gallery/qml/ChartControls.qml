@@ -14,12 +14,6 @@ Flow {
 
     signal pauseToggled
 
-    // As wide as its text, not as wide as buttons usually are.
-    component SmallButton: Button {
-        width: implicitContentWidth + 24
-        height: 32
-    }
-
     spacing: 14
 
     SmallButton {

@@ -14,6 +14,8 @@ Item {
     readonly property var xRange: domain?.xRange ?? Domain.span(0, 1)
     readonly property var yRange: domain?.yRange ?? Domain.span(0, 1)
     property int xLayout: XYGrid.NiceLabelsLinGrid
+    // Whether x is the exponent of ten of what is shown, whose unit is xUnit.
+    readonly property bool isLogX: xLayout === XYGrid.LogGrid
     // Bands between the horizontal lines.
     property int yCount: Math.max(yNames.length, 10)
     property string xTitle: ""
@@ -30,19 +32,41 @@ Item {
         const step = values.length > 1 ? values[1] - values[0] : 0;
         const end = values.length > 1 ? values[values.length - 1] + step : NaN;
         const isEnd = Math.abs(end - xRange.max) < 1e-6 * step;
+        let shown = values;
+        if (isLogX)
+            shown = logarithmicLabels(values);
+        else if (isEnd)
+            shown = [...values, end];
         const ticks = [];
         let free = -1;
-        for (const value of isEnd ? [...values, end] : values) {
+        for (const value of shown) {
             const position = Domain.mapToGeometry(Domain.span(0, width), xRange, value);
-            if (position < free)
+            if (position < free || position > width + 1)
                 continue;
             ticks.push({
                     "position": position,
-                    "text": label(value, step)
+                    "text": isLogX ? scaled(10 ** value, "", 3) : label(value, step)
                 });
             free = position + 44;
         }
         return ticks;
+    }
+    // Decades as long as there are some, borders included, else every line.
+    function logarithmicLabels(values: var): var {
+        const decades = [];
+        for (let decade = Math.ceil(xRange.min - 1e-9); decade <= xRange.max + 1e-9; ++decade)
+            decades.push(decade);
+        return decades.length > 1 ? decades : values;
+    }
+    // "20 kHz" of 20000 and "Hz".
+    function scaled(value: real, unit: string, digits: int): string {
+        const prefixes = ["", "k", "M", "G"];
+        let index = 0;
+        while (Math.abs(value) >= 999.5 && index < 3) {
+            value /= 1000;
+            ++index;
+        }
+        return Number(value.toPrecision(digits)).toString() + "\u00a0" + prefixes[index] + unit;
     }
     function yTicks(height: real): var {
         const step = (yRange.max - yRange.min) / yCount;
@@ -94,7 +118,8 @@ Item {
         const domain = trace.domain;
         const dataX = Domain.mapFromGeometry(Domain.span(0, width), domain.xRange, x);
         const dataY = Domain.mapFromGeometry(Domain.span(0, height), domain.yRange, height - y);
-        return qsTr("%1:  %2, %3").arg(trace.name).arg(coordinate(dataX, domain.xRange, width, xUnit)).arg(coordinate(dataY, domain.yRange, height, yUnit));
+        const place = isLogX ? scaled(10 ** dataX, xUnit, 4) : coordinate(dataX, domain.xRange, width, xUnit);
+        return qsTr("%1:  %2, %3").arg(trace.name).arg(place).arg(coordinate(dataY, domain.yRange, height, yUnit));
     }
 
     onTracesChanged: readout.text = ""

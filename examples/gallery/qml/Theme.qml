@@ -8,6 +8,7 @@ QtObject {
     readonly property color panel: "#161d27"
     readonly property color plot: "#0b0f14"
     readonly property color grid: "#232c38"
+    readonly property color roundGrid: "#2f3a48"
     readonly property color frame: "#3a4656"
     readonly property color control: "#2a3544"
     readonly property color text: "#d7dee8"

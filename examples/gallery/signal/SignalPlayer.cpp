@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SignalPlayer.h"
 
-#include <ChartsLibrary/DomainUtils.h>
+#include "ReadableRange.h"
 
 #include <QtGui/QColor>
 
@@ -59,21 +59,6 @@ Charts::Span paddedRangeOf(const Charts::Readers::SampleTable &table)
     return {range.min - padding, range.max + padding};
 }
 
-struct Bands
-{
-    Charts::Span range;
-    int count = 1;
-};
-
-/*! Widens \a range to multiples of a readable step. */
-Bands bandsOf(const Charts::Span &range)
-{
-    const double step = Charts::DomainUtils().niceStep(range);
-    const double first = std::floor(range.min / step);
-    const double last = std::ceil(range.max / step);
-    return {{first * step, last * step}, static_cast<int>(last - first)};
-}
-
 QColor colorOf(std::size_t column)
 {
     static constexpr std::array<QRgb, 6> colors = {
@@ -128,9 +113,9 @@ void SignalPlayer::makeTraces()
 
     const auto &table = allSources().at(static_cast<std::size_t>(m_currentSource)).table;
     m_settings = settingsFor(*table);
-    const Bands bands = bandsOf(paddedRangeOf(*table));
-    m_valueRange = bands.range;
-    m_valueBands = bands.count;
+    const ReadableRange values = readableRange(paddedRangeOf(*table));
+    m_valueRange = values.range;
+    m_valueBands = values.stepCount;
     m_valueUnit = QString::fromStdString(table->columns.front().unit);
     for (std::size_t column = 0; column < table->columns.size(); ++column) {
         auto *trace = new SweepTrace(table, column, m_settings, m_clock, this);
