@@ -16,12 +16,35 @@ set(CHARTS_TEST_ENVIRONMENT
     QML_DISABLE_DISK_CACHE=1
     LC_ALL=C.UTF-8)
 
+# Function names and lines are enough to find what failed, and take a fifth less time to build.
+set(charts_test_compile_options $<$<CONFIG:Debug>:-g1>)
+
+# Half of the time that a test takes to compile goes into Qt's headers. They are compiled once for all
+# tests, which needs the same definitions everywhere: Qt's own one of each test's folder serves only
+# to find data files, which these tests do not have.
+get_target_property(charts_qttest_definitions Qt6::Test INTERFACE_COMPILE_DEFINITIONS)
+list(FILTER charts_qttest_definitions EXCLUDE REGEX QT_TESTCASE_)
+set_target_properties(Qt6::Test PROPERTIES
+    INTERFACE_COMPILE_DEFINITIONS "${charts_qttest_definitions}")
+add_library(charts_test_headers OBJECT EXCLUDE_FROM_ALL
+    ${CMAKE_CURRENT_LIST_DIR}/support/PrecompiledHeaders.cpp)
+target_link_libraries(charts_test_headers PRIVATE Charts::ChartsLibrary Qt6::Test)
+target_compile_options(charts_test_headers PRIVATE ${charts_test_compile_options})
+target_compile_definitions(charts_test_headers PRIVATE
+    CHARTS_SHARED_DATA_DIR="${CHARTS_SHARED_DATA_DIR}")
+target_precompile_headers(charts_test_headers PRIVATE
+    <QtQuick/QQuickItem> <QtQuick/QQuickWindow> <QtTest>)
+set_target_properties(charts_test_headers PROPERTIES AUTOMOC OFF)
+
 function(_charts_test_executable name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE Qt6::Test ${arg_LIBRARIES})
-    # Function names and lines are enough to find what failed, and take a fifth less time to build.
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-g1>)
+    target_compile_options(${name} PRIVATE ${charts_test_compile_options})
+    if("${arg_LIBRARIES}" MATCHES "charts_(render_)?test_support"
+            AND NOT "${arg_LIBRARIES}" MATCHES "QuickTest")
+        target_precompile_headers(${name} REUSE_FROM charts_test_headers)
+    endif()
     target_compile_definitions(${name} PRIVATE
         CHARTS_SHARED_DATA_DIR="${CHARTS_SHARED_DATA_DIR}")
 endfunction()
