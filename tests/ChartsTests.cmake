@@ -41,9 +41,13 @@ function(_charts_test_executable name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE Qt6::Test ${arg_LIBRARIES})
     target_compile_options(${name} PRIVATE ${charts_test_compile_options})
-    if("${arg_LIBRARIES}" MATCHES "charts_(render_)?test_support"
+    if("${arg_LIBRARIES}" MATCHES "Charts::ChartsLibrary|_test_support|gallery_"
             AND NOT "${arg_LIBRARIES}" MATCHES "QuickTest")
         target_precompile_headers(${name} REUSE_FROM charts_test_headers)
+        # Mostly empty: loading the headers would take longer than compiling it.
+        set_source_files_properties(
+            ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp PROPERTIES
+            SKIP_PRECOMPILE_HEADERS ON)
     endif()
     target_compile_definitions(${name} PRIVATE
         CHARTS_SHARED_DATA_DIR="${CHARTS_SHARED_DATA_DIR}")

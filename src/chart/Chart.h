@@ -39,7 +39,8 @@ class TraceList;
     A mouse event is answered from the selection image that exists, and alone it requests no new
     one: a trace is found where it was when data last changed while an event was waiting. An
     application that wants hits on resting data marks one of its traces changed while the pointer
-    moves over the chart.
+    moves over the chart. Switching the item's \c antialiasing drops the image: nothing is hit until
+    data changes while an event is waiting.
 */
 /*!
     \class Charts::Chart

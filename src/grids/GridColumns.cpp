@@ -81,7 +81,8 @@ void GridColumns::addNice()
     if (first > 18446744073709551616.0)
         return;
     // Counted from the first, since above 2^53 a double does not change when 1 is added to it.
-    for (double i = 0.0; first + i < end; ++i)
+    const double count = end - first;
+    for (double i = 0.0; i < count; ++i)
         addValue((first + i) * step);
 }
 

@@ -31,7 +31,8 @@ class CHARTS_EXPORT PolarGrid : public AbstractGrid
 
     /*! \qmlproperty real PolarGrid::scale
         The value that the boundary stands for. Above 1 a further circle marks 1, at the boundary's
-        radius divided by the scale. Default 1; below 0.001 the same as 0.001. */
+        radius divided by the scale, in whole pixels; where the boundary's radius is no whole number
+        it may show at a scale of 1, too. Default 1; below 0.001 the same as 0.001. */
     Q_PROPERTY(double scale READ scale WRITE setScale NOTIFY scaleChanged)
 
 public:

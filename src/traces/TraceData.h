@@ -63,7 +63,9 @@ public:
     void setWidth(float width);
 
     [[nodiscard]] bool visible() const { return m_visible; }
-    /*! Whether the trace is drawn, default true. */
+    /*! Whether the trace is drawn, default true. A hidden trace uploads nothing: what is in its
+        dirtyRange() stays there until it is shown, and makes the renderer draw every frame anew
+        until then. So write a hidden trace only when something has really changed. */
     void setVisible(bool visible);
 
     [[nodiscard]] bool squaredViewPort() const { return m_squaredViewPort; }

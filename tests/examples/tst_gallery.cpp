@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ComputedSignal.h"
+#include "LadderFilter.h"
 #include "LoadTrace.h"
+#include "NetworkPlot.h"
 #include "PlaybackClock.h"
 #include "SignalPlayer.h"
 
@@ -29,8 +31,8 @@ namespace {
 
 constexpr int patience = 5000; // milliseconds
 
-const QStringList pages = {
-        QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Picking")};
+const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Bode"),
+        QStringLiteral("Network"), QStringLiteral("Picking")};
 
 /*! The window of a document, with what there is to see of its chart. */
 class Scene
@@ -155,6 +157,10 @@ void tst_Gallery::initTestCase()
             std::make_shared<const Charts::Readers::SampleTable>(Gallery::computedSignal());
     Gallery::SignalPlayer::setSources(
             {{QStringLiteral("first"), table}, {QStringLiteral("second"), table}});
+    Gallery::NetworkPlot::setSources({{QStringLiteral("filter"),
+            std::make_shared<const Charts::Readers::NetworkData>(
+                    Gallery::LadderFilter::butterworth(3, 1e6).measuredAt(
+                            {1e5, 5e5, 1e6, 2e6, 3e6}))}});
 }
 
 void tst_Gallery::init()

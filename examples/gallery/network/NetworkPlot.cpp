@@ -154,6 +154,8 @@ void NetworkPlot::makeMagnitudes(const NetworkData &data)
             m_magnitudes.append(trace);
         }
     }
+    // What lies 120 dB below the highest is noise, or nothing at all.
+    levels.min = std::max(levels.min, levels.max - 120.0);
     const double margin = 0.03 * (levels.max - levels.min);
     const ReadableRange readable =
             readableRange({levels.min - margin, std::max(levels.max + margin, 0.0)});
