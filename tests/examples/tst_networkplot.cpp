@@ -71,7 +71,7 @@ void tst_NetworkPlot::twoPorts()
                                                  QStringLiteral("S21"), QStringLiteral("S22")}));
     QCOMPARE(namesOf(plot.reflections()),
             (QStringList{QStringLiteral("S11"), QStringLiteral("S22")}));
-    QCOMPARE(namesOf(plot.phasors()), (QStringList{QStringLiteral("S12"), QStringLiteral("S21")}));
+    QCOMPARE(namesOf(plot.phasors()), namesOf(plot.magnitudes()));
     QCOMPARE(plot.frequencyUnit(), QStringLiteral("GHz"));
 
     const auto &s21 = plot.magnitudes()[2]->traceData()->array();
@@ -86,7 +86,7 @@ void tst_NetworkPlot::twoPorts()
     const auto &s11 = plot.reflections()[0]->traceData()->array();
     QCOMPARE(s11[1].x, 0.0F);
     QCOMPARE(s11[1].y, 0.25F);
-    QCOMPARE(plot.phasors()[0]->traceData()->array()[0].y, 0.1F);
+    QCOMPARE(plot.phasors()[1]->traceData()->array()[0].y, 0.1F);
 
     const TraceDomain &magnitude = *plot.magnitudes()[0]->domain();
     QCOMPARE(magnitude.format(), TraceDomain::XYFormat);
@@ -121,7 +121,7 @@ void tst_NetworkPlot::manyPorts()
     const NetworkPlot plot;
     QCOMPARE(plot.magnitudes().size(), 144);
     QCOMPARE(plot.reflections().size(), 12);
-    QCOMPARE(plot.phasors().size(), 132);
+    QCOMPARE(plot.phasors().size(), 144);
     QCOMPARE(plot.magnitudes()[1]->name(), QStringLiteral("S1,2"));
     QCOMPARE(plot.magnitudes()[143]->name(), QStringLiteral("S12,12"));
 }

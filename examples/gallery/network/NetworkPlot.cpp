@@ -120,8 +120,7 @@ void NetworkPlot::makeTraces()
         for (std::size_t column = 0; column < ports; ++column) {
             if (row == column)
                 m_reflections.append(makePhasor(data, row, column, TraceDomain::SmithFormat));
-            if (row != column || ports == 1)
-                m_phasors.append(makePhasor(data, row, column, TraceDomain::PolarFormat));
+            m_phasors.append(makePhasor(data, row, column, TraceDomain::PolarFormat));
         }
     }
     applyScale();

@@ -28,7 +28,7 @@ class NetworkPlot : public QObject
     Q_PROPERTY(QList<Gallery::StaticTrace *> magnitudes READ magnitudes NOTIFY tracesChanged)
     /*! The reflections of all ports in the complex plane, for a Smith chart. */
     Q_PROPERTY(QList<Gallery::StaticTrace *> reflections READ reflections NOTIFY tracesChanged)
-    /*! The transmissions, or the reflections of a single port, for a polar chart. */
+    /*! All parameters in the complex plane, for a polar chart. */
     Q_PROPERTY(QList<Gallery::StaticTrace *> phasors READ phasors NOTIFY tracesChanged)
     Q_PROPERTY(QString frequencyUnit READ frequencyUnit NOTIFY tracesChanged)
     Q_PROPERTY(int magnitudeBands READ magnitudeBands NOTIFY tracesChanged)

@@ -6,7 +6,7 @@ import zel.charts 1.0
 import Gallery
 
 // The parameters of a network from a file, or of a computed filter: magnitudes over the frequency,
-// reflections in a Smith chart, transmissions in a polar chart.
+// reflections in a Smith chart, all of them in a polar chart.
 ColumnLayout {
     id: page
 
@@ -60,7 +60,7 @@ ColumnLayout {
                 traces: network.phasors // qmllint disable property type
                 isSmith: false
                 reach: network.scale
-                title: network.magnitudes.length > 1 ? qsTr("transmissions") : qsTr("reflection") // qmllint disable property type
+                title: qsTr("all parameters")
                 chart.lineWidth: plot.chart.lineWidth
             }
         }
