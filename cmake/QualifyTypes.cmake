@@ -8,7 +8,7 @@
 file(READ ${FILE} text)
 set(original "${text}")
 
-foreach(type Span TraceDomain TraceFormat GridLayoutMode ZoomType)
+foreach(type AbstractCurveTransform Span TraceDomain TraceFormat GridLayoutMode ZoomType)
     set(qualified ${type})
     if(type STREQUAL "TraceFormat")
         set(qualified TraceDomain::TraceFormat)
@@ -22,7 +22,9 @@ foreach(type Span TraceDomain TraceFormat GridLayoutMode ZoomType)
 endforeach()
 
 foreach(class IN ITEMS Chart=ChartItem AbstractGrid=ChartItem
-        PolarGrid=AbstractGrid SmithGrid=AbstractGrid XYGrid=AbstractGrid)
+        PolarGrid=AbstractGrid SmithGrid=AbstractGrid XYGrid=AbstractGrid
+        Curve=ChartItem GradientCurve=Curve FillRectProvider=GradientProvider
+        LinearCurveTransform=AbstractCurveTransform LogarithmicCurveTransform=AbstractCurveTransform)
     string(REGEX MATCH "^([^=]+)=(.+)$" class ${class})
     set(base ${CMAKE_MATCH_2})
     set(class ${CMAKE_MATCH_1})

@@ -20,6 +20,16 @@ namespace Charts {
 
 /*!
     \internal
+    Whether a setter with the relative test takes \a b for a new value in place of \a a. Not the
+    opposite of isRelativelyEqual() for a NaN, which is neither equal nor a change.
+*/
+[[nodiscard]] inline bool isRelativelyDifferent(double a, double b)
+{
+    return std::abs(a - b) * 1e12 > std::min(std::abs(a), std::abs(b));
+}
+
+/*!
+    \internal
     Relative comparison that switches to the absolute tolerance 1e-12 as soon as one of the two
     values is exactly zero, where a relative tolerance would shrink to nothing.
 */

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "AbstractGrid.h"
 
-#include <algorithm>
-#include <cmath>
+#include "FuzzyCompare.h"
+
 #include <utility>
 
 namespace Charts {
@@ -35,10 +35,7 @@ void AbstractGrid::setOuterGridLinesColor(QColor outerGridLinesColor)
 
 void AbstractGrid::setLineWidth(double lineWidth)
 {
-    // Written so that a NaN, too, is no change.
-    const bool isChanged = std::abs(lineWidth - m_lineWidth) * 1e12
-                           > std::min(std::abs(lineWidth), std::abs(m_lineWidth));
-    if (!isChanged)
+    if (!isRelativelyDifferent(lineWidth, m_lineWidth))
         return;
     m_lineWidth = lineWidth;
     markDirty();

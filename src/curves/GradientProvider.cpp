@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#include "GradientProvider.h"
+
+namespace Charts {
+
+GradientProvider::GradientProvider(QObject *parent)
+    : QObject(parent)
+{
+}
+
+GradientProvider::~GradientProvider() = default;
+
+} // namespace Charts
