@@ -4,10 +4,10 @@
 #include "CsvReader.h"
 #include "Number.h"
 #include "ReadError.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -22,28 +22,12 @@ constexpr std::array<std::string_view, 29> UnitSymbols{"s", "ms", "us", "µs", "
         "µV", "mV", "kV", "nA", "uA", "µA", "mA", "mW", "kW", "Hz", "kHz", "MHz", "GHz", "dB",
         "dBm", "dBV", "Ohm", "kOhm", "deg", "rad", "degC", "Pa"};
 
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view spaces = " \t\r\n";
-    const std::size_t begin = std::min(text.find_first_not_of(spaces), text.size());
-    const std::size_t end = text.find_last_not_of(spaces);
-    return end == std::string_view::npos ? std::string_view() : text.substr(begin, end + 1 - begin);
-}
-
-bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase)
-{
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-            [](char left, char right) {
-                return (left >= 'A' && left <= 'Z' ? left - 'A' + 'a' : left) == right;
-            });
-}
-
 /// Whether the text stands for a missing number. NaN may have a sign, as the C library prints one.
 bool isGap(std::string_view text)
 {
     const bool isSigned = text.starts_with('-') || text.starts_with('+');
-    return text.empty() || equalsIgnoringCase(isSigned ? text.substr(1) : text, "nan")
-           || equalsIgnoringCase(text, "na") || equalsIgnoringCase(text, "null");
+    return text.empty() || isSameWord(isSigned ? text.substr(1) : text, "nan")
+           || isSameWord(text, "na") || isSameWord(text, "null");
 }
 
 std::string counted(std::size_t count, std::string_view noun)
@@ -146,14 +130,6 @@ float valueOf(const CsvReader &reader, std::size_t index)
     return number.value;
 }
 
-/// The shortest text that reads back as the same number.
-std::string shortest(double value)
-{
-    std::array<char, 32> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
-}
-
 void appendRow(const CsvReader &reader, SampleTable &table)
 {
     const std::size_t width = table.columns.size() + 1;
@@ -166,7 +142,7 @@ void appendRow(const CsvReader &reader, SampleTable &table)
     if (!table.time.empty() && !(time > table.time.back())) {
         throw reader.error(1, "time " + excerpt(reader.field(0))
                                       + " is not after the time before it, "
-                                      + shortest(table.time.back()));
+                                      + shortestText(table.time.back()));
     }
     table.time.push_back(time);
     for (std::size_t i = 0; i < table.columns.size(); ++i)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Touchstone.h"
 
+#include "Text.h"
 #include "TouchstoneHeader.h"
 #include "TouchstoneKeyword.h"
 #include "TouchstoneLines.h"

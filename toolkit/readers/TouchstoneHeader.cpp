@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TouchstoneHeader.h"
 
+#include "Text.h"
 #include "Touchstone.h"
 #include "TouchstoneKeyword.h"
 #include "TouchstoneLines.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TouchstoneKeyword.h"
 
+#include "Text.h"
 #include "TouchstoneLines.h"
 
 #include <algorithm>

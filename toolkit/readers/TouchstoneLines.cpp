@@ -1,33 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "TouchstoneLines.h"
 
+#include "Text.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace Charts::Readers {
-
-namespace {
-
-constexpr std::string_view WhiteSpace = " \t\r\n\v\f";
-
-char lowered(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t begin = std::min(text.find_first_not_of(WhiteSpace), text.size());
-    return text.substr(begin, text.find_last_not_of(WhiteSpace) + 1 - begin);
-}
-
-} // namespace
-
-bool isSameWord(std::string_view left, std::string_view right)
-{
-    return std::ranges::equal(left, right, {}, lowered, lowered);
-}
 
 void splitFields(std::string_view text, std::vector<std::string_view> &fields)
 {

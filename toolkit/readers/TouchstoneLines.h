@@ -14,10 +14,6 @@
 
 namespace Charts::Readers {
 
-/// Whether two texts are the same but for the case of the letters A to Z, as words are compared in
-/// Touchstone files.
-[[nodiscard]] bool isSameWord(std::string_view left, std::string_view right);
-
 /// Appends the parts of `text` between white space to `fields`.
 void splitFields(std::string_view text, std::vector<std::string_view> &fields);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TouchstoneOptions.h"
 
+#include "Text.h"
 #include "TouchstoneLines.h"
 
 #include <algorithm>

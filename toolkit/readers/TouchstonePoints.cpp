@@ -2,11 +2,11 @@
 #include "TouchstonePoints.h"
 
 #include "NetworkConversion.h"
+#include "Text.h"
 #include "TouchstoneLines.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 #include <string>
@@ -42,14 +42,6 @@ std::complex<double> polar(double magnitude, double degrees)
     default:
         return {-cosine, -sine};
     }
-}
-
-/// The shortest text that reads back as the same number.
-std::string shortest(double value)
-{
-    std::array<char, 32> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), result.ptr};
 }
 
 } // namespace
@@ -115,7 +107,7 @@ void TouchstonePoints::takeFrequency()
         throw m_lines.fieldError(0, "frequency", " is negative");
     if (!m_frequency.empty() && !(frequency > m_frequency.back())) {
         throw m_lines.fieldError(0, "frequency",
-                " is not above the frequency before it, " + shortest(m_frequencyNumber));
+                " is not above the frequency before it, " + shortestText(m_frequencyNumber));
     }
     m_frequency.push_back(frequency);
     m_frequencyNumber = number;

@@ -52,7 +52,7 @@ QColor colorOf(const NetworkData &data, std::size_t row, std::size_t column)
     return QColor::fromHsvF(static_cast<float>(hue - std::floor(hue)), 0.6F, 1.0F);
 }
 
-std::vector<NetworkPlot::Source> &allSources()
+std::vector<NetworkPlot::Source> &networkSources()
 {
     static std::vector<NetworkPlot::Source> sources;
     return sources;
@@ -62,7 +62,7 @@ std::vector<NetworkPlot::Source> &allSources()
 
 void NetworkPlot::setSources(std::vector<Source> sources)
 {
-    allSources() = std::move(sources);
+    networkSources() = std::move(sources);
 }
 
 NetworkPlot::NetworkPlot(QObject *parent)
@@ -74,7 +74,7 @@ NetworkPlot::NetworkPlot(QObject *parent)
 QStringList NetworkPlot::sources() const
 {
     QStringList names;
-    for (const Source &source : allSources())
+    for (const Source &source : networkSources())
         names.append(source.name);
     return names;
 }
@@ -113,7 +113,7 @@ void NetworkPlot::makeTraces()
         qDeleteAll(*traces);
         traces->clear();
     }
-    const NetworkData &data = *allSources().at(static_cast<std::size_t>(m_currentSource)).data;
+    const NetworkData &data = *networkSources().at(static_cast<std::size_t>(m_currentSource)).data;
     makeMagnitudes(data);
     const auto ports = static_cast<std::size_t>(data.portCount);
     for (std::size_t row = 0; row < ports; ++row) {

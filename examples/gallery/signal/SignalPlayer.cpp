@@ -15,7 +15,7 @@ namespace Gallery {
 
 namespace {
 
-std::vector<SignalPlayer::Source> &allSources()
+std::vector<SignalPlayer::Source> &signalSources()
 {
     static std::vector<SignalPlayer::Source> sources;
     return sources;
@@ -70,7 +70,7 @@ QColor colorOf(std::size_t column)
 
 void SignalPlayer::setSources(std::vector<Source> sources)
 {
-    allSources() = std::move(sources);
+    signalSources() = std::move(sources);
 }
 
 SignalPlayer::SignalPlayer(QObject *parent)
@@ -82,7 +82,7 @@ SignalPlayer::SignalPlayer(QObject *parent)
 QStringList SignalPlayer::sources() const
 {
     QStringList names;
-    for (const Source &source : allSources())
+    for (const Source &source : signalSources())
         names.append(source.name);
     return names;
 }
@@ -111,7 +111,7 @@ void SignalPlayer::makeTraces()
     qDeleteAll(m_traces);
     m_traces.clear();
 
-    const auto &table = allSources().at(static_cast<std::size_t>(m_currentSource)).table;
+    const auto &table = signalSources().at(static_cast<std::size_t>(m_currentSource)).table;
     m_settings = settingsFor(*table);
     const ReadableRange values = readableRange(paddedRangeOf(*table));
     m_valueRange = values.range;
