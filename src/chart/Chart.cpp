@@ -15,6 +15,7 @@
 #include <QtCore/QTimer>
 
 #include <chrono>
+#include <map>
 #include <utility>
 
 namespace Charts {
@@ -35,7 +36,7 @@ Chart::Chart(QQuickItem *parent)
     , m_eventQueue(std::make_unique<PointerEventQueue>())
     , m_updateTimer(new QTimer(this))
     , m_traces(std::make_unique<TraceList>())
-    , m_dispatcher(std::make_unique<MouseResponseDispatcher>(*this, *m_traces))
+    , m_dispatcher(std::make_shared<MouseResponseDispatcher>(*this, *m_traces))
 {
     setFlag(ItemHasContents);
     setAntialiasing(true);
@@ -93,7 +94,17 @@ void Chart::resortTraces()
 void Chart::updateTraces()
 {
     forgetDestroyedTraces();
-    if (!m_traces->isEmpty()) {
+    if (m_traces->hasRepeated()) {
+        // As often as it is listed, but never beside itself.
+        std::map<AbstractTrace *, int> entryCounts;
+        for (AbstractTrace *trace : m_traces->traces())
+            ++entryCounts[trace];
+        QtConcurrent::blockingMap(
+                QThreadPool::globalInstance(), entryCounts, [](const auto &entry) {
+                    for (int i = 0; i < entry.second; ++i)
+                        entry.first->updateData();
+                });
+    } else if (!m_traces->isEmpty()) {
         QtConcurrent::blockingMap(QThreadPool::globalInstance(), m_traces->traces(),
                 [](AbstractTrace *trace) { trace->updateData(); });
     }
@@ -110,8 +121,10 @@ void Chart::geometryUpdate(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     if (hasArea(newGeometry)) {
         forgetDestroyedTraces();
-        m_traces->forEach(
-                [&](AbstractTrace &trace) { trace.domain()->setSize(newGeometry.size()); });
+        const bool isAlive = m_traces->forEach(
+                this, [&](AbstractTrace &trace) { trace.domain()->setSize(newGeometry.size()); });
+        if (!isAlive)
+            return;
     }
     ChartItem::geometryUpdate(newGeometry, oldGeometry);
 }
@@ -179,9 +192,12 @@ void Chart::mouseMoveEvent(QMouseEvent *event)
 void Chart::mouseReleaseEvent(QMouseEvent *event)
 {
     if (isRubberBandShown() && event->button() == Qt::LeftButton) {
+        const QPointer<Chart> guard(this);
         m_rubberBand->stopResize();
-        if (m_rubberBand && m_rubberBand->isAreaValid())
+        if (guard && m_rubberBand && m_rubberBand->isAreaValid())
             zoomIn(m_rubberBand->resizeArea());
+        if (!guard)
+            return;
     }
     m_eventQueue->noteRelease(*event);
     queueMouseEvent(event);
@@ -236,7 +252,10 @@ void Chart::queueHoverEvent(QEvent::Type type, QHoverEvent *event)
 
 void Chart::handleMouseEventResponses()
 {
-    m_dispatcher->dispatch(std::exchange(m_mouseEventResponses, {}));
+    // Both outlive the chart, which a handler may destroy.
+    const auto dispatcher = m_dispatcher;
+    const auto responses = std::exchange(m_mouseEventResponses, {});
+    dispatcher->dispatch(responses);
 }
 
 // --- Zoom
@@ -259,27 +278,31 @@ void Chart::setIsZoomEnabled(bool enabled)
     if (enabled == m_isZoomEnabled)
         return;
     m_isZoomEnabled = enabled;
+    const QPointer<Chart> guard(this);
     Q_EMIT isZoomEnabledChanged();
-    if (!m_isZoomEnabled && m_isZoomed)
+    if (guard && !m_isZoomEnabled && m_isZoomed)
         zoomReset();
 }
 
 void Chart::setRubberBand(ZoomDelegate *rubberBand)
 {
-    if (rubberBand == m_rubberBand)
+    // One that was destroyed can still be taken away.
+    if (rubberBand == m_rubberBand && (rubberBand || !m_hasRubberBand))
         return;
+    const QPointer<Chart> guard(this);
     if (!rubberBand)
         zoomReset();
+    if (!guard)
+        return;
     m_rubberBand = rubberBand;
+    m_hasRubberBand = rubberBand != nullptr;
     Q_EMIT rubberBandChanged(rubberBand);
 }
 
 void Chart::zoomIn(QRectF rect)
 {
-    setIsZoomed(true);
-    forgetDestroyedTraces();
-    m_traces->forEach([&](AbstractTrace &trace) { trace.domain()->zoomIn(rect); });
-    updateTraces();
+    if (!zoomTraces(true, [&](AbstractTrace &trace) { trace.domain()->zoomIn(rect); }))
+        return;
     Q_EMIT zoomedIn();
 }
 
@@ -287,10 +310,22 @@ void Chart::zoomReset()
 {
     if (!m_isZoomed)
         return;
-    setIsZoomed(false);
+    zoomTraces(false, [](AbstractTrace &trace) { trace.domain()->zoomReset(); });
+}
+
+template<typename Visit>
+bool Chart::zoomTraces(bool isZoomed, Visit &&visit)
+{
+    // Handlers of the signals may destroy the chart.
+    const QPointer<Chart> guard(this);
+    setIsZoomed(isZoomed);
+    if (!guard)
+        return false;
     forgetDestroyedTraces();
-    m_traces->forEach([](AbstractTrace &trace) { trace.domain()->zoomReset(); });
+    if (!m_traces->forEach(this, std::forward<Visit>(visit)))
+        return false;
     updateTraces();
+    return true;
 }
 
 } // namespace Charts

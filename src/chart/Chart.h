@@ -147,6 +147,9 @@ protected:
 private:
     void handleMouseEventResponses();
     void setIsZoomed(bool isZoomed);
+    /*! Returns whether the chart still exists. */
+    template<typename Visit>
+    bool zoomTraces(bool isZoomed, Visit &&visit);
     void queueMouseEvent(QMouseEvent *event);
     void queueHoverEvent(QEvent::Type type, QHoverEvent *event);
     [[nodiscard]] bool isRubberBandShown() const;
@@ -158,7 +161,8 @@ private:
     bool m_tracesDirty = true;
     std::unique_ptr<TraceList> m_traces;
     QPointer<ZoomDelegate> m_rubberBand;
-    std::unique_ptr<MouseResponseDispatcher> m_dispatcher;
+    bool m_hasRubberBand = false; // also after it was destroyed
+    std::shared_ptr<MouseResponseDispatcher> m_dispatcher;
     bool m_isZoomed = false;
     bool m_isZoomEnabled = false;
 };

@@ -16,21 +16,21 @@ namespace {
     trace's handler has passed it on.
 */
 template<typename TraceSignal, typename ChartSignal>
-void offer(ChartMouseEvent &event, AbstractTrace *trace, TraceSignal traceSignal, Chart &chart,
-        ChartSignal chartSignal)
+void offer(ChartMouseEvent &event, AbstractTrace *trace, TraceSignal traceSignal,
+        const QPointer<Chart> &chart, ChartSignal chartSignal)
 {
     if (trace)
         Q_EMIT(trace->*traceSignal)(&event);
     else
         event.setAccepted(false);
-    if (!event.isAccepted())
-        Q_EMIT(chart.*chartSignal)(&event);
+    if (chart && !event.isAccepted())
+        Q_EMIT(chart->*chartSignal)(&event);
 }
 
 } // namespace
 
 MouseResponseDispatcher::MouseResponseDispatcher(Chart &chart, const TraceList &traces)
-    : m_chart(chart)
+    : m_chart(&chart)
     , m_traces(traces)
 {
 }
@@ -42,8 +42,11 @@ void MouseResponseDispatcher::dispatch(const std::vector<MouseEventResponse> &re
         m_hoveredTrace = nullptr;
     if (!m_traces.containsLiving(m_pressedTrace))
         m_pressedTrace = nullptr;
-    for (const MouseEventResponse &response : responses)
+    for (const MouseEventResponse &response : responses) {
+        if (!m_chart)
+            return;
         dispatch(response);
+    }
 }
 
 void MouseResponseDispatcher::dispatch(const MouseEventResponse &response)
@@ -81,7 +84,8 @@ void MouseResponseDispatcher::hoverEnter(QMouseEvent *event, AbstractTrace *trac
         m_hoveredTrace = trace;
         Q_EMIT trace->hovered(&chartEvent, true);
     }
-    Q_EMIT m_chart.hovered(&chartEvent, true);
+    if (m_chart)
+        Q_EMIT m_chart->hovered(&chartEvent, true);
 }
 
 void MouseResponseDispatcher::hoverLeave(QMouseEvent *event, AbstractTrace *trace)
@@ -91,7 +95,8 @@ void MouseResponseDispatcher::hoverLeave(QMouseEvent *event, AbstractTrace *trac
         m_hoveredTrace = nullptr;
         Q_EMIT trace->hovered(&chartEvent, false);
     }
-    Q_EMIT m_chart.hovered(&chartEvent, false);
+    if (m_chart)
+        Q_EMIT m_chart->hovered(&chartEvent, false);
 }
 
 void MouseResponseDispatcher::move(const MouseEventResponse &response)
@@ -101,6 +106,8 @@ void MouseResponseDispatcher::move(const MouseEventResponse &response)
     ChartMouseEvent chartEvent(response.event.get(), nullptr);
     if (m_hoveredTrace)
         Q_EMIT m_hoveredTrace->hovered(&chartEvent, false);
+    if (!m_chart)
+        return;
     if (m_traces.containsLiving(response.trace)) {
         m_hoveredTrace = response.trace;
         Q_EMIT response.trace->hovered(&chartEvent, true);
@@ -120,6 +127,8 @@ void MouseResponseDispatcher::release(QMouseEvent *event, AbstractTrace *trace)
 {
     ChartMouseEvent releaseEvent(event, nullptr);
     offer(releaseEvent, trace, &AbstractTrace::released, m_chart, &Chart::released);
+    if (!m_chart)
+        return;
 
     // The handlers may have removed the trace.
     AbstractTrace *clicked =
@@ -129,10 +138,10 @@ void MouseResponseDispatcher::release(QMouseEvent *event, AbstractTrace *trace)
         Q_EMIT clicked->clicked(&clickEvent);
     else
         clickEvent.setAccepted(false);
-    if (!clickEvent.isAccepted()) {
+    if (m_chart && !clickEvent.isAccepted()) {
         // The trace's handler may have kept changes in its event: the chart gets one of its own.
         ChartMouseEvent chartEvent(event, nullptr);
-        Q_EMIT m_chart.clicked(&chartEvent);
+        Q_EMIT m_chart->clicked(&chartEvent);
     }
 }
 

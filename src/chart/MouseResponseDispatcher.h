@@ -21,6 +21,9 @@ struct MouseEventResponse;
     \internal
     Turns the renderer's answers into the mouse signals of the traces and of the chart, and keeps
     which trace is hovered and which was pressed. GUI thread.
+
+    Any handler may destroy the chart, and with it \c traces: whoever calls dispatch() keeps the
+    dispatcher, which then emits nothing more.
 */
 class MouseResponseDispatcher
 {
@@ -39,8 +42,8 @@ private:
     void doubleClick(QMouseEvent *event, AbstractTrace *trace);
     void move(const MouseEventResponse &response);
 
-    Chart &m_chart;
-    const TraceList &m_traces;
+    QPointer<Chart> m_chart;
+    const TraceList &m_traces; // as long as the chart exists
     QPointer<AbstractTrace> m_hoveredTrace;
     QPointer<AbstractTrace> m_pressedTrace;
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace Charts {
 
@@ -33,6 +34,8 @@ bool TraceList::containsLiving(const AbstractTrace *trace) const
 
 void TraceList::append(AbstractTrace *trace)
 {
+    if (contains(trace))
+        ++m_repeatedCount;
     m_traces.push_back(trace);
     m_guards.emplace_back(trace);
 }
@@ -48,12 +51,17 @@ bool TraceList::removeFirst(AbstractTrace *trace)
     if (guard == m_guards.end())
         guard = std::find(m_guards.begin(), m_guards.end(), nullptr);
     m_guards.erase(guard);
+    if (contains(trace))
+        --m_repeatedCount;
     ++m_revision;
     return true;
 }
 
 void TraceList::sort()
 {
+    // Most often nothing has to move: traces are added in order, and some only move within their gap.
+    if (std::is_sorted(m_traces.begin(), m_traces.end(), isBelow))
+        return;
     std::sort(m_traces.begin(), m_traces.end(), isBelow);
 }
 
@@ -64,6 +72,8 @@ bool TraceList::dropDestroyed()
     std::erase_if(m_traces, [this](const AbstractTrace *trace) {
         return std::find(m_guards.begin(), m_guards.end(), trace) == m_guards.end();
     });
+    const std::set<const AbstractTrace *> different(m_traces.begin(), m_traces.end());
+    m_repeatedCount = static_cast<int>(m_traces.size() - different.size());
     ++m_revision;
     return true;
 }

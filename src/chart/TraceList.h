@@ -36,25 +36,36 @@ public:
     /*! Removes the entries of traces that exist no more; returns whether there were any. */
     bool dropDestroyed();
 
+    /*! Whether a trace is listed more than once. */
+    [[nodiscard]] bool hasRepeated() const { return m_repeatedCount > 0; }
+
     /*! Calls \a visit for each trace listed now, in order, whatever its handlers add, remove, sort
         and destroy meanwhile; a trace that has left the list in the meantime is passed over. All
-        entries have to exist at the beginning. */
+        entries have to exist at the beginning.
+
+        The handlers may destroy the list's \a owner as well, which ends the visits; returns whether
+        it still exists. */
     template<typename Visit>
-    void forEach(Visit &&visit)
+    bool forEach(const QObject *owner, Visit &&visit)
     {
         // Guarded: a handler may destroy a trace, too, unheard of or not.
         const std::vector<QPointer<AbstractTrace>> listed(m_traces.begin(), m_traces.end());
+        const QPointer<const QObject> guard(owner);
         const int revision = m_revision;
         for (const auto &trace : listed) {
             if (trace && (m_revision == revision || contains(trace)))
                 visit(*trace);
+            if (!guard)
+                return false;
         }
+        return true;
     }
 
 private:
     std::vector<AbstractTrace *> m_traces;
     std::vector<QPointer<AbstractTrace>> m_guards; // one an entry, in no order
     int m_revision = 0;                            // counts removals
+    int m_repeatedCount = 0;                       // entries beyond the first of their trace
 };
 
 } // namespace Charts

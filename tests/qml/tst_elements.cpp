@@ -14,6 +14,17 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// All that a document can name as the type of an object.
+const QStringList elements{u"AbstractCurveTransform"_s, u"AbstractGrid"_s, u"AbstractTrace"_s,
+        u"Chart"_s, u"ChartItem"_s, u"ChartMouseEvent"_s, u"Curve"_s, u"FillRectProvider"_s,
+        u"GradientCurve"_s, u"GradientProvider"_s, u"LinearCurveTransform"_s,
+        u"LogarithmicCurveTransform"_s, u"PolarGrid"_s, u"SmithGrid"_s, u"TraceDomain"_s,
+        u"XYGrid"_s, u"ZoomDelegate"_s};
+
+} // namespace
+
 // Which elements the module has and what may be done with each.
 class tst_Elements : public QObject
 {
@@ -109,24 +120,46 @@ void tst_Elements::versions()
 
 void tst_Elements::creatable_data()
 {
-    QTest::addColumn<QByteArray>("className");
-    QTest::addColumn<QByteArray>("base");
-    QTest::newRow("Chart") << QByteArray("Charts::Chart") << QByteArray("Charts::ChartItem");
-    for (const char *grid : {"PolarGrid", "SmithGrid", "XYGrid"})
-        QTest::newRow(grid) << QByteArray("Charts::") + grid << QByteArray("Charts::AbstractGrid");
-    QTest::newRow("ZoomDelegate") << QByteArray("Charts::ZoomDelegate") << QByteArray("QQuickItem");
+    QTest::addColumn<QStringList>("bases");
+    // Elements only, the nearest first.
+    const QStringList item{u"ChartItem"_s, u"Item"_s, u"QtObject"_s};
+    const QStringList grid = QStringList{u"AbstractGrid"_s} + item;
+    const QStringList transform{u"AbstractCurveTransform"_s, u"QtObject"_s};
+    QTest::newRow("Chart") << item;
+    QTest::newRow("Curve") << item;
+    QTest::newRow("FillRectProvider") << QStringList{u"GradientProvider"_s, u"QtObject"_s};
+    QTest::newRow("GradientCurve") << QStringList{u"Curve"_s} + item;
+    QTest::newRow("LinearCurveTransform") << transform;
+    QTest::newRow("LogarithmicCurveTransform") << transform;
+    QTest::newRow("PolarGrid") << grid;
+    QTest::newRow("SmithGrid") << grid;
+    QTest::newRow("XYGrid") << grid;
+    QTest::newRow("ZoomDelegate") << QStringList{u"Item"_s, u"QtObject"_s};
 }
 
 void tst_Elements::creatable()
 {
-    QFETCH(QByteArray, className);
-    QFETCH(QByteArray, base);
+    QFETCH(QStringList, bases);
 
-    const auto object = create(
-            u"import zel.charts 1.0\n%1 {}"_s.arg(QLatin1StringView(QTest::currentDataTag())));
+    const QString element = QString::fromLatin1(QTest::currentDataTag());
+    const auto object = create(u"import zel.charts 1.0\n%1 {}"_s.arg(element));
     QVERIFY2(object, qPrintable(m_errors));
-    QCOMPARE(QByteArray(object->metaObject()->className()), className);
-    QVERIFY(object->inherits(base.constData()));
+    QCOMPARE(QString::fromLatin1(object->metaObject()->className()), u"Charts::"_s + element);
+
+    // What it is and what it is not, as a document can ask.
+    for (const QString &other : elements + QStringList{u"Item"_s, u"QtObject"_s}) {
+        const auto answer = create(uR"(
+            import QtQml
+            import QtQuick
+            import zel.charts 1.0
+            QtObject {
+                property QtObject object: %1 {}
+                property var answer: object instanceof %2
+            })"_s.arg(element, other));
+        QVERIFY2(answer, qPrintable(m_errors));
+        const bool expected = other == element || bases.contains(other);
+        QVERIFY2(answer->property("answer") == QVariant(expected), qPrintable(other));
+    }
 }
 
 void tst_Elements::uncreatable_data()
@@ -134,10 +167,9 @@ void tst_Elements::uncreatable_data()
     QTest::addColumn<QString>("message");
     // What the engine says of its own accord, for want of a reason.
     const QString noType = u"Type cannot be created in QML."_s;
-    QTest::newRow("AbstractTrace") << noType;
-    QTest::newRow("ChartItem") << noType;
-    QTest::newRow("ChartMouseEvent") << noType;
-    QTest::newRow("TraceDomain") << noType;
+    for (const char *name : {"AbstractCurveTransform", "AbstractGrid", "AbstractTrace", "ChartItem",
+                 "ChartMouseEvent", "GradientProvider", "TraceDomain"})
+        QTest::newRow(name) << noType;
     QTest::newRow("Domain") << u"Element is not creatable."_s;
     QTest::newRow("span") << u"Expected type name"_s;
 }
@@ -156,7 +188,9 @@ void tst_Elements::unknown_data()
 {
     QTest::addColumn<QString>("element");
     for (const char *name : {"DomainUtils", "Span", "QQuickItem", "Item", "OpenGLRenderNode",
-                 "AbstractRenderNode", "ChartNode", "TraceData", "BoundRange"})
+                 "AbstractRenderNode", "ChartNode", "TraceData", "BoundRange", "ArcNode",
+                 "GradientNode", "LineNode", "LimitLineNode", "GridNode", "PolarNode", "SmithNode",
+                 "XYNode", "SmoothColorMaterial", "Circle"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
@@ -171,10 +205,8 @@ void tst_Elements::unknown()
 void tst_Elements::asPropertyTypes_data()
 {
     QTest::addColumn<QString>("type");
-    for (const char *name :
-            {"AbstractGrid", "AbstractTrace", "Chart", "ChartItem", "ChartMouseEvent", "PolarGrid",
-                    "SmithGrid", "TraceDomain", "XYGrid", "ZoomDelegate"})
-        QTest::newRow(name) << QString::fromLatin1(name);
+    for (const QString &element : elements)
+        QTest::newRow(qPrintable(element)) << element;
 }
 
 void tst_Elements::asPropertyTypes()
@@ -196,6 +228,10 @@ void tst_Elements::enumerations_data()
     QTest::newRow("TraceDomain.XYFormat") << 0;
     QTest::newRow("TraceDomain.SmithFormat") << 1;
     QTest::newRow("TraceDomain.PolarFormat") << 2;
+    QTest::newRow("XYGrid.EquidistantGrid") << 0;
+    QTest::newRow("XYGrid.CenteredLinGrid") << 1;
+    QTest::newRow("XYGrid.NiceLabelsLinGrid") << 2;
+    QTest::newRow("XYGrid.LogGrid") << 3;
     QTest::newRow("ZoomDelegate.Diagonal") << 0;
     QTest::newRow("ZoomDelegate.Vertical") << 1;
     QTest::newRow("ZoomDelegate.Horizontal") << 2;
@@ -242,7 +278,8 @@ void tst_Elements::singletonPerEngine()
 void tst_Elements::parserStatus_data()
 {
     QTest::addColumn<QString>("element");
-    for (const char *name : {"Chart", "PolarGrid", "SmithGrid", "XYGrid", "ZoomDelegate"})
+    for (const char *name :
+            {"Chart", "Curve", "GradientCurve", "PolarGrid", "SmithGrid", "XYGrid", "ZoomDelegate"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 

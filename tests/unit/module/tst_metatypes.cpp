@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <ChartsLibrary/Span.h>
-#include <ChartsLibrary/TraceDomain.h>
-#include <ChartsLibrary/ZoomDelegate.h>
 
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
@@ -23,6 +21,8 @@ private Q_SLOTS:
 
     void knownByName_data();
     void knownByName();
+    void enumerationKeys_data();
+    void enumerationKeys();
     void listConversions();
     void listIsReadAsSequence();
     void listIsWrittenAsSequence();
@@ -47,21 +47,68 @@ void tst_MetaTypes::init()
 
 void tst_MetaTypes::knownByName_data()
 {
-    QTest::addColumn<bool>("isEnumeration");
-    QTest::newRow("Charts::TraceDomain::TraceFormat") << true;
-    QTest::newRow("Charts::XYGrid::GridLayoutMode") << true;
-    QTest::newRow("Charts::ZoomDelegate::ZoomType") << true;
-    QTest::newRow("Charts::Span") << false;
-    QTest::newRow("QList<Charts::Span>") << false;
+    QTest::addColumn<QMetaType::TypeFlags>("flags");
+    const auto row = [](const QByteArray &name, QMetaType::TypeFlags flags) {
+        QTest::newRow(name.constData()) << flags;
+    };
+    row("Charts::TraceDomain::TraceFormat", QMetaType::IsEnumeration);
+    row("Charts::XYGrid::GridLayoutMode", QMetaType::IsEnumeration);
+    row("Charts::ZoomDelegate::ZoomType", QMetaType::IsEnumeration);
+    row("Charts::Span", QMetaType::IsGadget);
+    row("QList<Charts::Span>", {});
+    for (const char *name : {"Charts::AbstractCurveTransform", "Charts::AbstractGrid",
+                 "Charts::AbstractTrace", "Charts::Chart", "Charts::ChartItem",
+                 "Charts::ChartMouseEvent", "Charts::Curve", "Charts::DomainUtils",
+                 "Charts::FillRectProvider", "Charts::GradientCurve", "Charts::GradientProvider",
+                 "Charts::LinearCurveTransform", "Charts::LogarithmicCurveTransform",
+                 "Charts::PolarGrid", "Charts::SmithGrid", "Charts::TraceDomain", "Charts::XYGrid",
+                 "Charts::ZoomDelegate", "QQuickItem"}) {
+        row(QByteArray(name) + '*', QMetaType::PointerToQObject);
+        // A document's "property list<Curve>"; there is none of a singleton.
+        if (qstrcmp(name, "Charts::DomainUtils") != 0)
+            row(QByteArray("QQmlListProperty<") + name + '>', {});
+    }
 }
 
 void tst_MetaTypes::knownByName()
 {
-    QFETCH(bool, isEnumeration);
+    QFETCH(QMetaType::TypeFlags, flags);
 
     const QMetaType type = QMetaType::fromName(QTest::currentDataTag());
     QVERIFY(type.isValid());
-    QCOMPARE(type.flags().testFlag(QMetaType::IsEnumeration), isEnumeration);
+    const QMetaType::TypeFlags kinds =
+            QMetaType::IsEnumeration | QMetaType::PointerToQObject | QMetaType::IsGadget;
+    QCOMPARE(type.flags() & kinds, flags);
+}
+
+void tst_MetaTypes::enumerationKeys_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<int>("value");
+
+    const auto rows = [](const char *type, std::initializer_list<const char *> keys) {
+        int value = 0;
+        for (const char *key : keys)
+            QTest::newRow(key) << QByteArray(type) << value++;
+    };
+    rows("Charts::TraceDomain::TraceFormat", {"XYFormat", "SmithFormat", "PolarFormat"});
+    rows("Charts::XYGrid::GridLayoutMode",
+            {"EquidistantGrid", "CenteredLinGrid", "NiceLabelsLinGrid", "LogGrid"});
+    rows("Charts::ZoomDelegate::ZoomType", {"Diagonal", "Vertical", "Horizontal"});
+}
+
+// A variant can tell the key of the value that it holds.
+void tst_MetaTypes::enumerationKeys()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(int, value);
+
+    const QMetaType enumeration = QMetaType::fromName(type);
+    QVERIFY(enumeration.isValid());
+    QCOMPARE(enumeration.sizeOf(), qsizetype(sizeof value));
+    const QVariant variant(enumeration, &value);
+    QCOMPARE(variant.toString(), QString::fromLatin1(QTest::currentDataTag()));
+    QCOMPARE(variant.toInt(), value);
 }
 
 void tst_MetaTypes::listConversions()

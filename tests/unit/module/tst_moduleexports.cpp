@@ -20,6 +20,7 @@ private Q_SLOTS:
     void classes();
     void privateClassesAreHidden();
     void nothingElseInNamespace();
+    void nothingElseOutsideNamespace();
 
 private:
     [[nodiscard]] bool isExported(const QString &name) const;
@@ -81,14 +82,19 @@ void tst_ModuleExports::classes_data()
     };
     // An application can derive from a class whose table of virtual functions and type information
     // it finds, and can connect to one whose meta-object it finds.
-    const auto polymorphic = [](const QString &name, const QString &constructor) {
-        return QStringList{u"vtable for Charts::"_s + name, u"typeinfo for Charts::"_s + name,
-                u"Charts::%1::%1(%2)"_s.arg(name, constructor), u"Charts::%1::~%1()"_s.arg(name)};
+    const auto polymorphicGlobal = [](const QString &name, const QString &constructor) {
+        return QStringList{u"vtable for "_s + name, u"typeinfo for "_s + name,
+                u"%1::%2(%3)"_s.arg(name, name.section(u"::"_s, -1), constructor),
+                u"%1::~%2()"_s.arg(name, name.section(u"::"_s, -1))};
+    };
+    const auto polymorphic = [&](const QString &name, const QString &constructor) {
+        return polymorphicGlobal(u"Charts::"_s + name, constructor);
     };
     const auto object = [&](const QString &name, const QString &constructor) {
         return polymorphic(name, constructor)
                + QStringList{u"Charts::%1::staticMetaObject"_s.arg(name)};
     };
+    row("AbstractCurveTransform", object(u"AbstractCurveTransform"_s, u"QObject*"_s));
     row("AbstractRenderNode", polymorphic(u"AbstractRenderNode"_s, {}));
     row("AbstractTrace", object(u"AbstractTrace"_s, u"QObject*"_s));
     row("BoundRange", {u"Charts::BoundRange::push("_s, u"Charts::BoundRange::pop("_s});
@@ -102,9 +108,21 @@ void tst_ModuleExports::classes_data()
                           u"Charts::circledLine(QLine, Charts::Circle)"_s,
                           u"Charts::circledCircle(Charts::Circle, Charts::Circle)"_s});
     row("ChartNode", polymorphic(u"ChartNode"_s, u"QQuickWindow*"_s));
+    row("Curve", object(u"Curve"_s, u"QQuickItem*"_s));
     row("DomainUtils",
             {u"vtable for Charts::DomainUtils"_s, u"Charts::DomainUtils::staticMetaObject"_s,
                     u"Charts::DomainUtils::mapRangeValue(Charts::Span, Charts::Span, double)"_s});
+    row("FillRectProvider", object(u"FillRectProvider"_s, u"QObject*"_s));
+    row("GradientCurve", object(u"GradientCurve"_s, u"QQuickItem*"_s));
+    // The one class outside the namespace.
+    row("GradientNode", polymorphicGlobal(u"GradientNode"_s, QString())
+                                + QStringList{u"GradientNode::update(QLineF const&, QColor const&, "
+                                              "bool, QSize const&)"_s,
+                                        u"GradientNode::update(QList<QPointF> const&, QColor "
+                                        "const&, bool, QList<double> const&)"_s});
+    row("GradientProvider", object(u"GradientProvider"_s, u"QObject*"_s));
+    row("LinearCurveTransform", object(u"LinearCurveTransform"_s, u"QObject*"_s));
+    row("LogarithmicCurveTransform", object(u"LogarithmicCurveTransform"_s, u"QObject*"_s));
     row("LineNode", polymorphic(u"LineNode"_s, QString()));
     row("OpenGLRenderNode", object(u"OpenGLRenderNode"_s, u"QQuickWindow*"_s));
     row("PolarGrid", object(u"PolarGrid"_s, u"QQuickItem*"_s));
@@ -151,6 +169,25 @@ void tst_ModuleExports::nothingElseInNamespace()
     found.sort();
     const QStringList expected{
             u"circledCircle"_s, u"circledLine"_s, u"operator<<"_s, u"operator=="_s};
+    QCOMPARE(found, expected);
+}
+
+// Two libraries with a global function of one name would run into each other.
+void tst_ModuleExports::nothingElseOutsideNamespace()
+{
+    // Functions that are there once; what every library has a copy of is weak.
+    static const QRegularExpression function(
+            u"^([A-Za-z]\\w*)(?:::[^(]*)?\\(.*\\) (?:const )?T "_s);
+    QSet<QString> found;
+    for (const QString &symbol : m_symbols) {
+        const QRegularExpressionMatch match = function.match(symbol);
+        if (match.hasMatch() && match.captured(1) != u"Charts"_s)
+            found.insert(match.captured(1));
+    }
+    const QSet<QString> expected{u"GradientNode"_s, u"qml_register_types_zel_charts"_s,
+            u"qInitResources_ChartsLibrary_shaders"_s, u"qCleanupResources_ChartsLibrary_shaders"_s,
+            u"qInitResources_qmake_zel_charts"_s, u"qCleanupResources_qmake_zel_charts"_s,
+            u"qInitResources_chart_resources"_s, u"qCleanupResources_chart_resources"_s};
     QCOMPARE(found, expected);
 }
 
