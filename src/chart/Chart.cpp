@@ -7,6 +7,7 @@
 #include "MouseResponseDispatcher.h"
 #include "PointerEventQueue.h"
 #include "Rounding.h"
+#include "ThreadCheck.h"
 #include "TraceDomain.h"
 #include "TraceList.h"
 
@@ -56,6 +57,7 @@ Chart::~Chart() = default;
 
 void Chart::addTrace(AbstractTrace *trace)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!trace)
         return;
     trace->domain()->setSize(size());
@@ -72,6 +74,7 @@ void Chart::addTrace(AbstractTrace *trace)
 
 void Chart::removeTrace(AbstractTrace *trace)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!m_traces->removeFirst(trace))
         return;
     // All receivers, not only this chart: a removed trace is silent in both signals.
@@ -82,17 +85,20 @@ void Chart::removeTrace(AbstractTrace *trace)
 
 bool Chart::includes(AbstractTrace *trace) const
 {
+    Q_ASSERT(isOnThreadOf(this));
     return trace && m_traces->contains(trace);
 }
 
 void Chart::resortTraces()
 {
+    Q_ASSERT(isOnThreadOf(this));
     forgetDestroyedTraces();
     m_traces->sort();
 }
 
 void Chart::updateTraces()
 {
+    Q_ASSERT(isOnThreadOf(this));
     forgetDestroyedTraces();
     if (m_traces->hasRepeated()) {
         // As often as it is listed, but never beside itself.
@@ -252,6 +258,7 @@ void Chart::queueHoverEvent(QEvent::Type type, QHoverEvent *event)
 
 void Chart::handleMouseEventResponses()
 {
+    Q_ASSERT(isOnThreadOf(this));
     // Both outlive the chart, which a handler may destroy.
     const auto dispatcher = m_dispatcher;
     const auto responses = std::exchange(m_mouseEventResponses, {});
@@ -275,6 +282,7 @@ void Chart::setIsZoomed(bool isZoomed)
 
 void Chart::setIsZoomEnabled(bool enabled)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (enabled == m_isZoomEnabled)
         return;
     m_isZoomEnabled = enabled;
@@ -286,6 +294,7 @@ void Chart::setIsZoomEnabled(bool enabled)
 
 void Chart::setRubberBand(ZoomDelegate *rubberBand)
 {
+    Q_ASSERT(isOnThreadOf(this));
     // One that was destroyed can still be taken away.
     if (rubberBand == m_rubberBand && (rubberBand || !m_hasRubberBand))
         return;
@@ -301,6 +310,7 @@ void Chart::setRubberBand(ZoomDelegate *rubberBand)
 
 void Chart::zoomIn(QRectF rect)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!zoomTraces(true, [&](AbstractTrace &trace) { trace.domain()->zoomIn(rect); }))
         return;
     Q_EMIT zoomedIn();
@@ -308,6 +318,7 @@ void Chart::zoomIn(QRectF rect)
 
 void Chart::zoomReset()
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!m_isZoomed)
         return;
     zoomTraces(false, [](AbstractTrace &trace) { trace.domain()->zoomReset(); });

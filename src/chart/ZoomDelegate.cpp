@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ZoomDelegate.h"
 
+#include "ThreadCheck.h"
+
 namespace Charts {
 
 ZoomDelegate::ZoomDelegate(QQuickItem *parent)
@@ -12,6 +14,7 @@ ZoomDelegate::~ZoomDelegate() = default;
 
 void ZoomDelegate::setMinSize(int minSize)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (minSize == m_minSize)
         return;
     m_minSize = minSize;
@@ -20,6 +23,7 @@ void ZoomDelegate::setMinSize(int minSize)
 
 void ZoomDelegate::setZoomType(ZoomType zoomType)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (zoomType == m_zoomType)
         return;
     m_zoomType = zoomType;
@@ -28,6 +32,7 @@ void ZoomDelegate::setZoomType(ZoomType zoomType)
 
 void ZoomDelegate::startResize(const QPointF &point)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_startPoint = point;
     m_currentPoint = point;
     const QQuickItem *parent = parentItem();
@@ -39,6 +44,7 @@ void ZoomDelegate::startResize(const QPointF &point)
 
 void ZoomDelegate::updatePoint(const QPointF &point)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_currentPoint = point;
     const QPointF extent = m_currentPoint - m_startPoint;
     const QRectF dragged =
@@ -50,6 +56,7 @@ void ZoomDelegate::updatePoint(const QPointF &point)
 
 void ZoomDelegate::stopResize()
 {
+    Q_ASSERT(isOnThreadOf(this));
     setVisible(false);
 }
 

@@ -5,7 +5,9 @@
 #include "FuzzyCompare.h"
 #include "LineNode.h"
 #include "Rounding.h"
+#include "ThreadCheck.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Charts {
@@ -116,6 +118,7 @@ QSGNode *Curve::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
 
 void Curve::markDirty()
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_dirty = true;
     update();
 }
@@ -131,8 +134,8 @@ QRect Curve::pixelRect() const
     // As QRectF::toRect(), but defined for sizes that no int can hold.
     const int x = qRoundSaturated(rect.x());
     const int y = qRoundSaturated(rect.y());
-    return {x, y, qRoundSaturated(rect.width() + (rect.x() - x) / 2),
-            qRoundSaturated(rect.height() + (rect.y() - y) / 2)};
+    return {x, y, std::max(0, qRoundSaturated(rect.width() + (rect.x() - x) / 2)),
+            std::max(0, qRoundSaturated(rect.height() + (rect.y() - y) / 2))};
 }
 
 } // namespace Charts

@@ -5,6 +5,7 @@
 #include "GradientNode.h"
 #include "GradientProvider.h"
 #include "LineNode.h"
+#include "ThreadCheck.h"
 
 #include <cmath>
 
@@ -84,6 +85,7 @@ void GradientCurve::setShape(GradientProvider *shape)
 
 void GradientCurve::setContainsMouseMargin(int containsMouseMargin)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (containsMouseMargin == m_containsMouseMargin)
         return;
     m_containsMouseMargin = containsMouseMargin;

@@ -2,6 +2,7 @@
 #include "LogarithmicCurveTransform.h"
 
 #include "FuzzyCompare.h"
+#include "ThreadCheck.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,6 +37,7 @@ LogarithmicCurveTransform::~LogarithmicCurveTransform() = default;
 
 void LogarithmicCurveTransform::setDecibel(double decibel)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!isRelativelyDifferent(decibel, m_decibel))
         return;
     m_decibel = decibel;
@@ -44,6 +46,7 @@ void LogarithmicCurveTransform::setDecibel(double decibel)
 
 void LogarithmicCurveTransform::setPointCount(int pointCount)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (pointCount == m_pointCount || pointCount <= 1)
         return;
     m_pointCount = pointCount;

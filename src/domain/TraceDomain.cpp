@@ -2,6 +2,7 @@
 #include "TraceDomain.h"
 
 #include "FuzzyCompare.h"
+#include "ThreadCheck.h"
 
 #include <algorithm>
 
@@ -33,6 +34,7 @@ QRectF TraceDomain::geometry() const
 
 void TraceDomain::setRangeX(Span range)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (range == m_xRange)
         return;
     m_xRange = range;
@@ -41,11 +43,13 @@ void TraceDomain::setRangeX(Span range)
 
 void TraceDomain::setRangeX(double min, double max)
 {
+    Q_ASSERT(isOnThreadOf(this));
     setRangeX(Span(min, max));
 }
 
 void TraceDomain::setRangeY(Span range)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (range == m_yRange)
         return;
     m_yRange = range;
@@ -54,22 +58,26 @@ void TraceDomain::setRangeY(Span range)
 
 void TraceDomain::setRangeY(double min, double max)
 {
+    Q_ASSERT(isOnThreadOf(this));
     setRangeY(Span(min, max));
 }
 
 void TraceDomain::setRangeXY(Span x, Span y)
 {
+    Q_ASSERT(isOnThreadOf(this));
     setRangeX(x);
     setRangeY(y);
 }
 
 void TraceDomain::setRangeXY(double minX, double maxX, double minY, double maxY)
 {
+    Q_ASSERT(isOnThreadOf(this));
     setRangeXY(Span(minX, maxX), Span(minY, maxY));
 }
 
 void TraceDomain::setBaseRangeX(double min, double max)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!m_isZoomed) {
         setRangeX(min, max);
         return;
@@ -80,6 +88,7 @@ void TraceDomain::setBaseRangeX(double min, double max)
 
 void TraceDomain::setBaseRangeY(Span range)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!m_isZoomed) {
         setRangeY(range);
         return;
@@ -90,11 +99,13 @@ void TraceDomain::setBaseRangeY(Span range)
 
 void TraceDomain::setBaseRangeY(double min, double max)
 {
+    Q_ASSERT(isOnThreadOf(this));
     setBaseRangeY(Span(min, max));
 }
 
 void TraceDomain::setRangeArg(double min, double max)
 {
+    Q_ASSERT(isOnThreadOf(this));
     // No tolerance around zero here: an argument range starts at frequencies that may be far
     // below any absolute tolerance, so leaving 0 is always a change.
     if (isRelativelyEqual(m_argRange.max, max) && isRelativelyEqual(m_argRange.min, min))
@@ -105,6 +116,7 @@ void TraceDomain::setRangeArg(double min, double max)
 
 void TraceDomain::setFormat(TraceFormat format)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (format == m_format)
         return;
     m_format = format;
@@ -115,6 +127,7 @@ void TraceDomain::setFormat(TraceFormat format)
 
 void TraceDomain::setLeftSmith(bool isLeftSmith)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isLeftSmith == m_isLeftSmith)
         return;
     m_isLeftSmith = isLeftSmith;
@@ -123,6 +136,7 @@ void TraceDomain::setLeftSmith(bool isLeftSmith)
 
 void TraceDomain::setIsLogX(bool isLogX)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isLogX == m_isLogX)
         return;
     m_isLogX = isLogX;
@@ -131,6 +145,7 @@ void TraceDomain::setIsLogX(bool isLogX)
 
 void TraceDomain::setZoomed(bool isZoomed)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isZoomed == m_isZoomed)
         return;
     m_isZoomed = isZoomed;
@@ -139,6 +154,7 @@ void TraceDomain::setZoomed(bool isZoomed)
 
 void TraceDomain::setSize(const QSizeF &size)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isFuzzyEqual(m_size.width(), size.width()) && isFuzzyEqual(m_size.height(), size.height()))
         return;
     m_size = size;
@@ -147,6 +163,7 @@ void TraceDomain::setSize(const QSizeF &size)
 
 void TraceDomain::shiftYRange(double val)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_yRange.min += val;
     m_yRange.max += val;
     Q_EMIT yRangeChanged();
@@ -154,6 +171,7 @@ void TraceDomain::shiftYRange(double val)
 
 void TraceDomain::zoomIn(Span x, Span y)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isRound())
         return;
     if (x == m_xRange && y == m_yRange)
@@ -168,6 +186,7 @@ void TraceDomain::zoomIn(Span x, Span y)
 
 void TraceDomain::zoomIn(const QRectF &rect)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isRound())
         return;
     const auto [x, y] = transformGeometryToDomain(rect);
@@ -176,6 +195,7 @@ void TraceDomain::zoomIn(const QRectF &rect)
 
 void TraceDomain::zoomReset()
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!m_isZoomed)
         return;
     setZoomed(false);

@@ -2,6 +2,7 @@
 #include "AbstractGrid.h"
 
 #include "FuzzyCompare.h"
+#include "ThreadCheck.h"
 
 #include <utility>
 
@@ -27,6 +28,7 @@ void AbstractGrid::setInnerGridLinesColor(QColor innerGridLinesColor)
 
 void AbstractGrid::setOuterGridLinesColor(QColor outerGridLinesColor)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (outerGridLinesColor == m_outerGridLinesColor)
         return;
     m_outerGridLinesColor = outerGridLinesColor;
@@ -50,6 +52,7 @@ void AbstractGrid::geometryUpdate(const QRectF &newGeometry, const QRectF &oldGe
 
 void AbstractGrid::markDirty()
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_dirty = true;
     update();
 }

@@ -56,6 +56,9 @@ GradientNode::GradientNode()
             QSGGeometry::UnsignedShortType)
 {
     m_geometry.setDrawingMode(QSGGeometry::DrawTriangleStrip);
+    // Nothing is to be seen before the first update.
+    std::fill_n(m_geometry.vertexDataAsColoredPoint2D(), verticesPerSegment,
+            QSGGeometry::ColoredPoint2D{});
     setGeometry(&m_geometry);
     setMaterial(new QSGVertexColorMaterial);
     setFlag(OwnsMaterial);

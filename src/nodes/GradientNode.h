@@ -39,7 +39,8 @@ public:
     /*!
         Fills from \a line to the top edge of an item of \a size if \a up, else to its bottom edge.
         The far side is parallel to the line: it meets the edge at the end of the line that is farther
-        from it, and lies beyond it elsewhere. Clip the item where that shows.
+        from it, and lies beyond it elsewhere. Clip the item where that shows. A line above the item
+        is not filled upwards; one below it is filled back to the bottom edge.
     */
     void update(const QLineF &line, const QColor &color, bool up, const QSize &size);
     /*!

@@ -2,6 +2,7 @@
 #include "OpenGLRenderNode.h"
 
 #include "AbstractTrace.h"
+#include "ThreadCheck.h"
 #include "TraceBuffers.h"
 #include "TraceData.h"
 #include "TraceDrawPass.h"
@@ -56,6 +57,7 @@ OpenGLRenderNode::~OpenGLRenderNode() = default;
 
 void OpenGLRenderNode::setTextureSize(const QSize &size)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_textureSize = size;
     m_fboDirty = true;
     m_needsRender = true;
@@ -64,6 +66,7 @@ void OpenGLRenderNode::setTextureSize(const QSize &size)
 
 void OpenGLRenderNode::setRect(const QRectF &rect)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_rect = rect;
     if (m_imageNode)
         m_imageNode->setRect(rect);
@@ -71,6 +74,7 @@ void OpenGLRenderNode::setRect(const QRectF &rect)
 
 void OpenGLRenderNode::setTraceData(bool tracesDirty, const std::vector<AbstractTrace *> &traces)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_traces = traces;
     if (tracesDirty) {
         m_buffers->retain(m_traces);
@@ -90,6 +94,7 @@ void OpenGLRenderNode::setTraceData(bool tracesDirty, const std::vector<Abstract
 
 void OpenGLRenderNode::setAntialiasing(bool enabled)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (enabled == m_antialiasing)
         return;
     m_antialiasing = enabled;
@@ -99,6 +104,7 @@ void OpenGLRenderNode::setAntialiasing(bool enabled)
 
 void OpenGLRenderNode::pushMouseEvents(std::vector<std::unique_ptr<QMouseEvent>> &&events)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (events.empty())
         return;
     m_picker->push(std::move(events));
@@ -107,11 +113,13 @@ void OpenGLRenderNode::pushMouseEvents(std::vector<std::unique_ptr<QMouseEvent>>
 
 std::vector<MouseEventResponse> OpenGLRenderNode::takeMouseEventResponses()
 {
+    Q_ASSERT(isOnThreadOf(this));
     return m_picker->takeResponses();
 }
 
 void OpenGLRenderNode::render()
 {
+    Q_ASSERT(isOnThreadOf(this));
     QQuickOpenGLUtils::resetOpenGLState();
     if (m_needsRender) {
         if (m_traces.empty()) {
@@ -181,6 +189,7 @@ void OpenGLRenderNode::renderGL(bool selection)
 
 void OpenGLRenderNode::handleMouseEvents()
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!m_picker->hasEvents())
         return;
     m_window->beginExternalCommands();

@@ -2,6 +2,7 @@
 #include "AbstractTrace.h"
 
 #include "FuzzyCompare.h"
+#include "ThreadCheck.h"
 
 namespace Charts {
 
@@ -15,6 +16,7 @@ AbstractTrace::~AbstractTrace() = default;
 
 void AbstractTrace::setName(const QString &name)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (name == m_name)
         return;
     m_name = name;
@@ -23,6 +25,7 @@ void AbstractTrace::setName(const QString &name)
 
 void AbstractTrace::setVisible(bool visible)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (visible == m_visible)
         return;
     m_visible = visible;
@@ -31,6 +34,7 @@ void AbstractTrace::setVisible(bool visible)
 
 void AbstractTrace::setZ(double z)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (z == m_z)
         return;
     m_z = z;
@@ -39,6 +43,7 @@ void AbstractTrace::setZ(double z)
 
 void AbstractTrace::setColor(const QColor &color)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (color == m_color)
         return;
     m_color = color;
@@ -47,6 +52,7 @@ void AbstractTrace::setColor(const QColor &color)
 
 void AbstractTrace::setLineWidth(double lineWidth)
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (isRelativelyEqual(m_lineWidth, lineWidth))
         return;
     m_lineWidth = lineWidth;

@@ -1,3 +1,4 @@
+! SPDX-License-Identifier: MIT
 [Version] 2.1
 # kHz H RI R 10
 [Number of Ports] 2

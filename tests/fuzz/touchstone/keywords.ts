@@ -1,3 +1,4 @@
+! SPDX-License-Identifier: MIT
 [Version] 2.0
 # Hz Y MA
 [Number of Ports] 2
