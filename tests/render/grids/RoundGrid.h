@@ -2,7 +2,7 @@
 #ifndef CHARTS_TEST_ROUNDGRID_H
 #define CHARTS_TEST_ROUNDGRID_H
 
-#include "GridPicture.h"
+#include "ItemPicture.h"
 
 #include <ChartsLibrary/AbstractGrid.h>
 
@@ -33,6 +33,13 @@ inline void place(Charts::AbstractGrid &grid)
     grid.setLineWidth(lineWidth);
 }
 
+/*! Chords of five pixels stand for a circle, given by its radius; between their ends they leave it
+    by as much. */
+inline double chordError(double circle)
+{
+    return 5.0 * 5.0 / (8.0 * circle);
+}
+
 inline bool isBlue(const QColor &color)
 {
     return color.blue() > 200 && color.red() < 130;
@@ -60,7 +67,7 @@ inline void addOutsideRows()
 /*! Whether all that the grid draws is inside its boundary. Empty if so. */
 inline QString nothingOutside(ChartWindow &window, const Charts::AbstractGrid &grid)
 {
-    const GridPicture picture(window, grid);
+    const ItemPicture picture(window, grid);
     if (!picture.isComplete())
         return QStringLiteral("no picture: ") + QString::fromUtf8(window.error());
     Mismatches outside;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ChartWindow.h"
 #include "Graphics.h"
-#include "GridPicture.h"
+#include "ItemPicture.h"
 
 #include <ChartsLibrary/XYGrid.h>
 
@@ -66,7 +66,7 @@ std::optional<double> coverageOf(const QLine &line, const QPointF &place, const 
 QString difference(ChartWindow &window, const XYGrid &grid, const Setup &setup,
         const std::vector<QLine> &innerLines, const std::vector<QLine> &outerLines)
 {
-    const GridPicture picture(window, grid);
+    const ItemPicture picture(window, grid);
     if (!picture.isComplete())
         return QStringLiteral("no picture: ") + QString::fromUtf8(window.error());
     Mismatches mismatches;
@@ -238,7 +238,7 @@ void tst_Grids::placeAndWidth()
     const Setup setup = {
             .yCount = 1, .lineWidth = lineWidth, .inner = Qt::black, .outer = Qt::black};
     setup.apply(grid);
-    const GridPicture picture(window, grid);
+    const ItemPicture picture(window, grid);
     QVERIFY2(picture.isComplete(), window.error());
 
     // The border at 0 and 101, the inner lines in between.
@@ -272,7 +272,7 @@ void tst_Grids::halfOpaque()
             .lineWidth = 3.0, .inner = QColor(0, 100, 200), .outer = QColor(90, 0, 10)};
     setup.apply(grid);
     grid.setOpacity(0.5);
-    const GridPicture picture(window, grid);
+    const ItemPicture picture(window, grid);
     QVERIFY2(picture.isComplete(), window.error());
     const auto isShown = [&](const QPointF &place, const QColor &expected) {
         return distanceOf(picture.colorAt(place), expected) <= 2;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ChartWindow.h"
 #include "Graphics.h"
-#include "GridPicture.h"
+#include "ItemPicture.h"
 #include "RoundGrid.h"
 
 #include <ChartsLibrary/PolarGrid.h>
@@ -56,7 +56,7 @@ constexpr double firstAngle = 28.1 / 180.0 * pi;
 
 /*! The angles at which lines of a colour cross a circle. */
 template<typename IsLine>
-std::vector<double> crossings(const GridPicture &picture, double circle, IsLine &&isLine)
+std::vector<double> crossings(const ItemPicture &picture, double circle, IsLine &&isLine)
 {
     const double step = 0.2 / circle;
     constexpr double gap = 2.0;
@@ -150,7 +150,7 @@ void tst_GridsPolar::circles()
     PolarGrid grid(window.contentItem());
     place(grid);
     grid.setScale(scale);
-    const GridPicture picture(window, grid);
+    const ItemPicture picture(window, grid);
     QVERIFY2(picture.isComplete(), window.error());
 
     // All pixels but those near straight lines, whose ends are at whole pixels and thus up to a
@@ -190,7 +190,7 @@ void tst_GridsPolar::straightLines()
     QVERIFY2(window.start(), window.error());
     PolarGrid grid(window.contentItem());
     place(grid);
-    const GridPicture picture(window, grid);
+    const ItemPicture picture(window, grid);
     QVERIFY2(picture.isComplete(), window.error());
 
     std::vector<double> axes;

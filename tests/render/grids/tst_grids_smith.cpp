@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ChartWindow.h"
 #include "Graphics.h"
-#include "GridPicture.h"
+#include "ItemPicture.h"
 #include "RoundGrid.h"
 
 #include <ChartsLibrary/SmithGrid.h>
@@ -65,7 +65,7 @@ void tst_GridsSmith::unitCircle()
     for (const bool isFlipped : {false, true}) {
         grid.setScale(scale);
         grid.setFlip(isFlipped);
-        const GridPicture picture(window, grid);
+        const ItemPicture picture(window, grid);
         QVERIFY2(picture.isComplete(), window.error());
         int onCircles = 0;
         QString text;
@@ -121,10 +121,10 @@ void tst_GridsSmith::flipped()
     SmithGrid grid(window.contentItem());
     place(grid);
     grid.setScale(scale);
-    const GridPicture plain(window, grid);
+    const ItemPicture plain(window, grid);
     QVERIFY2(plain.isComplete(), window.error());
     grid.setFlip(true);
-    const GridPicture flipped(window, grid);
+    const ItemPicture flipped(window, grid);
     QVERIFY2(flipped.isComplete(), window.error());
 
     const double marker = center.x() + radius / scale;
@@ -161,7 +161,7 @@ void tst_GridsSmith::marker()
     grid.setScale(2.0);
     for (const bool isFlipped : {false, true}) {
         grid.setFlip(isFlipped);
-        const GridPicture picture(window, grid);
+        const ItemPicture picture(window, grid);
         QVERIFY2(picture.isComplete(), window.error());
         for (const bool isRight : {false, true}) {
             const double x = center.x() + (isRight ? 36.5 : -35.5);

@@ -2,16 +2,14 @@
 #ifndef CHARTS_TEST_GRIDCONTRACT_H
 #define CHARTS_TEST_GRIDCONTRACT_H
 
-#include "CountedGrid.h"
+#include "CountedItem.h"
+#include "CreateInQml.h"
 #include "PaintedGrid.h"
 
-#include <QtQml/QQmlComponent>
-#include <QtQml/QQmlEngine>
 #include <QtTest>
 
 #include <functional>
 #include <limits>
-#include <memory>
 
 // What a polar and a Smith chart have in common, as bodies of test functions.
 
@@ -76,51 +74,6 @@ void checkScale()
             "the item itself is not scaled");
 }
 
-/*! Made by QML, so that its properties and handlers are resolved there. */
-inline std::unique_ptr<QObject> createInQml(const QByteArray &document)
-{
-    static QQmlEngine engine;
-    engine.addImportPath(QStringLiteral(":/qt/qml"));
-    QQmlComponent component(&engine);
-    component.setData("import QtQuick\nimport zel.charts 1.0\n" + document, QUrl());
-    std::unique_ptr<QObject> object(component.create());
-    if (!object)
-        qWarning().noquote() << component.errorString();
-    return object;
-}
-
-/*! An item without an area has no node, and one that it had is deleted. */
-template<typename Grid>
-void checkEmptySizes()
-{
-    struct Witness : QSGNode
-    {
-        explicit Witness(bool *isGone)
-            : m_isGone(isGone)
-        {
-        }
-        ~Witness() override { *m_isGone = true; }
-        bool *m_isGone;
-    };
-    for (const QSizeF &size : {QSizeF(0, 0), QSizeF(0, 100), QSizeF(100, 0), QSizeF(-5, 100),
-                 QSizeF(100, -5), QSizeF(-5, -5)}) {
-        PaintedGrid<Grid> grid(size);
-        QVERIFY(!grid.paint());
-
-        grid.setSize({100, 100});
-        QVERIFY(grid.paint());
-        bool isGone = false;
-        grid.node()->appendChildNode(new Witness(&isGone));
-        grid.setSize(size);
-        QVERIFY(!grid.paint());
-        QVERIFY(isGone);
-
-        grid.setSize({100, 100});
-        QVERIFY(grid.paint());
-        QVERIFY(!grid.picture().isEmpty());
-    }
-}
-
 /*! The vertices stay until something marks the lines as outdated. */
 template<typename Grid>
 void checkRebuilds(const QList<std::function<void(Grid &)>> &changes)
@@ -170,7 +123,7 @@ template<typename Grid>
 void checkRepaints(const QList<std::function<void(Grid &)>> &changes)
 {
     FrameWindow window;
-    CountedGrid<Grid> grid;
+    CountedItem<Grid> grid;
     grid.setSize({200, 100});
     grid.setParentItem(window.contentItem());
     QVERIFY(window.start());

@@ -2,6 +2,7 @@
 #ifndef CHARTS_TEST_GRIDSHAPES_H
 #define CHARTS_TEST_GRIDSHAPES_H
 
+#include "PaintedItem.h"
 #include "SmoothVertices.h"
 
 #include <QtCore/QLineF>
@@ -12,15 +13,6 @@
 
 #include <algorithm>
 #include <cmath>
-
-/*! The children of \a parent in the order of their drawing. */
-inline QList<QSGNode *> childrenOf(const QSGNode *parent)
-{
-    QList<QSGNode *> children;
-    for (QSGNode *child = parent->firstChild(); child; child = child->nextSibling())
-        children.append(child);
-    return children;
-}
 
 /*! Whether all children of \a parent are of the type \a Node. */
 template<typename Node>

@@ -3,15 +3,13 @@
 #define CHARTS_TEST_PAINTEDGRID_H
 
 #include "GridShapes.h"
+#include "PaintedItem.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QSizeF>
 
-/*!
-    A grid without a window: the test asks for its nodes as the scene graph would, and owns them.
-*/
+/*! A grid without a window. */
 template<typename Grid>
-class PaintedGrid : public Grid
+class PaintedGrid : public PaintedItem<Grid>
 {
 public:
     PaintedGrid() = default;
@@ -21,22 +19,11 @@ public:
         // Vertices at whole pixels, and on the arcs themselves once inner and outer are averaged.
         this->setAntialiasing(false);
     }
-    ~PaintedGrid() override { loseNode(); }
 
-    QSGNode *paint()
+    [[nodiscard]] QSGNode *container(qsizetype index) const
     {
-        m_node = this->updatePaintNode(m_node, nullptr);
-        return m_node;
+        return childrenOf(this->node()).at(index);
     }
-    /*! As if the window had gone. */
-    void loseNode()
-    {
-        delete m_node;
-        m_node = nullptr;
-    }
-
-    [[nodiscard]] QSGNode *node() const { return m_node; }
-    [[nodiscard]] QSGNode *container(qsizetype index) const { return childrenOf(m_node).at(index); }
     [[nodiscard]] QList<DrawnLine> lines(qsizetype container) const
     {
         return shapes<DrawnLine>(container);
@@ -44,21 +31,6 @@ public:
     [[nodiscard]] QList<DrawnArc> arcs(qsizetype container) const
     {
         return shapes<DrawnArc>(container);
-    }
-
-    /*! All vertices of all nodes, in the order of their drawing. */
-    [[nodiscard]] QList<QByteArray> picture() const
-    {
-        QList<QByteArray> bytes;
-        for (const QSGNode *container : childrenOf(m_node)) {
-            for (const QSGNode *child : childrenOf(container)) {
-                const QSGGeometry *geometry =
-                        static_cast<const QSGGeometryNode *>(child)->geometry();
-                bytes.append(QByteArray(static_cast<const char *>(geometry->vertexData()),
-                        qsizetype(geometry->vertexCount()) * geometry->sizeOfVertex()));
-            }
-        }
-        return bytes;
     }
 
 private:
@@ -70,8 +42,6 @@ private:
             shapes.append(Shape(child));
         return shapes;
     }
-
-    QSGNode *m_node = nullptr;
 };
 
 #endif

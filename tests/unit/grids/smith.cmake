@@ -5,7 +5,7 @@ endforeach()
 
 foreach(test IN ITEMS tst_polargrid tst_smithgrid)
     charts_add_test(${test}
-        SOURCES ${test}.cpp CountedGrid.h GridContract.h GridShapes.h PaintedGrid.h
+        SOURCES ${test}.cpp GridContract.h GridShapes.h PaintedGrid.h
         LIBRARIES charts_test_support)
 endforeach()
 foreach(test IN ITEMS tst_polargrid_shapes tst_smithoutlines tst_smithtextbook)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CountedGrid.h"
+#include "CountedItem.h"
 #include "MetaObjectText.h"
 
 #include <ChartsLibrary/AbstractGrid.h>
@@ -18,7 +18,7 @@ constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
 /*! Tells whether its lines have to be rebuilt. */
-class TestGrid : public CountedGrid<AbstractGrid>
+class TestGrid : public CountedItem<AbstractGrid>
 {
 public:
     using AbstractGrid::takeDirty;

@@ -47,7 +47,7 @@ private Q_SLOTS:
     void rebuilds() { checkRebuilds<PolarGrid>(outdatingChanges); }
     void repaints() { checkRepaints<PolarGrid>(outdatingChanges); }
     void newNode() { checkNewNode<PolarGrid>(); }
-    void emptySizes() { checkEmptySizes<PolarGrid>(); }
+    void emptySizes() { checkEmptySizes<PaintedGrid<PolarGrid>>(); }
 };
 
 void tst_PolarGrid::initTestCase()

@@ -49,7 +49,7 @@ private Q_SLOTS:
     void rebuilds() { checkRebuilds<SmithGrid>(outdatingChanges); }
     void repaints() { checkRepaints<SmithGrid>(outdatingChanges); }
     void newNode() { checkNewNode<SmithGrid>(); }
-    void emptySizes() { checkEmptySizes<SmithGrid>(); }
+    void emptySizes() { checkEmptySizes<PaintedGrid<SmithGrid>>(); }
 };
 
 void tst_SmithGrid::initTestCase()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CountedGrid.h"
+#include "CountedItem.h"
 #include "LabelText.h"
 #include "MetaObjectText.h"
 
@@ -322,7 +322,7 @@ void tst_XYGrid::repaints()
     QFETCH(Action, action);
 
     FrameWindow window;
-    CountedGrid<XYGrid> grid;
+    CountedItem<XYGrid> grid;
     grid.setParentItem(window.contentItem());
     grid.setSize(QSizeF(50.0, 40.0));
     QVERIFY(window.start());

@@ -337,7 +337,7 @@ void tst_XYGridNodes::newNode()
 
 void tst_XYGridNodes::emptySizes()
 {
-    checkEmptySizes<XYGrid>();
+    checkEmptySizes<PaintedGrid<XYGrid>>();
 }
 
 // What changes without an area shows as soon as there is one.

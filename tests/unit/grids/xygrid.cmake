@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 foreach(test IN ITEMS tst_abstractgrid tst_xygrid)
     charts_add_test(${test}
-        SOURCES ${test}.cpp CountedGrid.h LabelText.h
+        SOURCES ${test}.cpp LabelText.h
         LIBRARIES charts_test_support)
     target_include_directories(${test} PRIVATE ../domain)
 endforeach()
@@ -13,12 +13,12 @@ foreach(test IN ITEMS tst_xygrid_labels tst_xygrid_lines tst_xygrid_log tst_xygr
 endforeach()
 
 charts_add_test(tst_xygrid_qml
-    SOURCES tst_xygrid_qml.cpp CountedGrid.h GridContract.h GridShapes.h PaintedGrid.h
+    SOURCES tst_xygrid_qml.cpp GridContract.h GridShapes.h PaintedGrid.h
     LIBRARIES charts_test_support)
 target_include_directories(tst_xygrid_qml PRIVATE ../nodes)
 
 charts_add_test(tst_xygrid_nodes
-    SOURCES tst_xygrid_nodes.cpp CountedGrid.h GridContract.h GridShapes.h PaintedGrid.h
+    SOURCES tst_xygrid_nodes.cpp GridContract.h GridShapes.h PaintedGrid.h
         ../nodes/DirtyMarks.cpp ../nodes/DirtyMarks.h
     LIBRARIES charts_test_support)
 target_include_directories(tst_xygrid_nodes PRIVATE ../nodes)

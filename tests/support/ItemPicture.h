@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef CHARTS_TEST_GRIDPICTURE_H
-#define CHARTS_TEST_GRIDPICTURE_H
+#ifndef CHARTS_TEST_ITEMPICTURE_H
+#define CHARTS_TEST_ITEMPICTURE_H
 
 #include "ChartWindow.h"
 
@@ -29,12 +29,6 @@ inline double levelsPerPixel(double width)
     return 255.0 / (0.8 * width);
 }
 
-/*! Chords of five pixels stand for a circle; between their ends they leave it by as much. */
-inline double chordError(double radius)
-{
-    return 5.0 * 5.0 / (8.0 * radius);
-}
-
 /*! The largest difference of the two colours' channels. */
 inline int distanceOf(const QColor &a, const QColor &b)
 {
@@ -60,6 +54,16 @@ public:
         if (alpha == 1.0)
             m_isKnown = true;
     }
+    /*! Channels that are taken as multiplied by the alpha already, whether they are or not. */
+    void addPremultiplied(const QColor &color, double strength)
+    {
+        const double alpha = strength * double(color.alphaF());
+        const std::array<double, 3> channels = {color.redF(), color.greenF(), color.blueF()};
+        for (std::size_t i = 0; i < channels.size(); ++i)
+            m_channels[i] = std::min(1.0, (1.0 - alpha) * m_channels[i] + strength * channels[i]);
+        if (alpha == 1.0)
+            m_isKnown = true;
+    }
     /*! Either drawn over or not. */
     void doubt() { m_isKnown = false; }
 
@@ -75,10 +79,10 @@ private:
 };
 
 /*! A window's picture, in the coordinates of an item in it. */
-class GridPicture
+class ItemPicture
 {
 public:
-    GridPicture(ChartWindow &window, const QQuickItem &item)
+    ItemPicture(ChartWindow &window, const QQuickItem &item)
         : m_image(window.picture())
         , m_origin(item.mapToScene({}))
         , m_ratio(window.effectiveDevicePixelRatio())

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#ifndef CHARTS_TEST_COUNTEDGRID_H
-#define CHARTS_TEST_COUNTEDGRID_H
+#ifndef CHARTS_TEST_COUNTEDITEM_H
+#define CHARTS_TEST_COUNTEDITEM_H
 
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
@@ -9,11 +9,11 @@
 #include <utility>
 
 /*! Counts how often the scene graph wants its nodes: once in the frame after each update(). */
-template<typename Grid>
-class CountedGrid : public Grid
+template<typename Item>
+class CountedItem : public Item
 {
 public:
-    using Grid::Grid;
+    using Item::Item;
 
     /*! Since the last call. */
     [[nodiscard]] int takeCount() { return std::exchange(m_count, 0); }
@@ -22,7 +22,7 @@ protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, QQuickItem::UpdatePaintNodeData *data) override
     {
         ++m_count;
-        return Grid::updatePaintNode(oldNode, data);
+        return Item::updatePaintNode(oldNode, data);
     }
 
 private:
