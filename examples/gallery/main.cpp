@@ -29,7 +29,7 @@ constexpr int ioError = 1;
 constexpr int badFile = 2;
 
 const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Bode"),
-        QStringLiteral("Network"), QStringLiteral("Picking")};
+        QStringLiteral("Network"), QStringLiteral("Limits"), QStringLiteral("Picking")};
 
 bool isTouchstone(const QString &file)
 {

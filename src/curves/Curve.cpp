@@ -5,6 +5,7 @@
 #include "FuzzyCompare.h"
 #include "LineNode.h"
 #include "Rounding.h"
+#include "ShowUpdated.h"
 #include "ThreadCheck.h"
 
 #include <algorithm>
@@ -110,7 +111,7 @@ QSGNode *Curve::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
     // window.
     const bool isDirty = takeDirty() || isNew;
     if (isDirty && m_geometryTransform) {
-        node->line().update(m_geometryTransform->points(m_p1, m_p2),
+        showUpdated(node->line(), m_geometryTransform->points(m_p1, m_p2),
                 static_cast<float>(m_lineWidth), m_color, true);
     }
     return node;

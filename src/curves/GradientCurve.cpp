@@ -5,6 +5,7 @@
 #include "GradientNode.h"
 #include "GradientProvider.h"
 #include "LineNode.h"
+#include "ShowUpdated.h"
 #include "ThreadCheck.h"
 
 #include <cmath>
@@ -119,8 +120,8 @@ QSGNode *GradientCurve::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
     const bool isDirty = takeDirty() || isNew;
     if (isDirty && geometryTransform() && m_shape) {
         const QList<QPointF> points = geometryTransform()->points(p1(), p2());
-        node->line().update(points, static_cast<float>(lineWidth()), color(), true);
-        node->fill().update(points, color(), m_upDirection,
+        showUpdated(node->line(), points, static_cast<float>(lineWidth()), color(), true);
+        showUpdated(node->fill(), points, color(), m_upDirection,
                 m_shape->gradientHeights(points, rect, m_upDirection));
     }
     return node;

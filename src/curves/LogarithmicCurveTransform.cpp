@@ -12,7 +12,7 @@ namespace Charts {
 namespace {
 
 /*!
-    From \a a at \a t = 0 to \a b at \a t = 1, exact at both ends and never turning back near the
+    From \a a at \a t = 0 to \a b at \a t = 1, exact at both and never turning back near the
     second. The one fused operation and the order of the comparisons, which lets a NaN end at \a b,
     are written out so that the line is the same with every standard library.
 */

@@ -15,8 +15,8 @@ namespace Charts {
     \inherits AbstractCurveTransform
     \brief An exponential bend between the two ends of a curve.
 
-    With x as the distance from the first end, in pixels, and w as the distance of the ends, the line
-    has covered the part t of its way in y:
+    With x as the distance from the first end in x, in pixels, and w as that of the second end, both
+    negative for a line that runs to the left, the line has covered the part t of its way in y:
 
     \code
     t = (10^(decibel * x) - 1) / (10^(decibel * w) - 1)
@@ -37,9 +37,10 @@ class CHARTS_EXPORT LogarithmicCurveTransform : public AbstractCurveTransform
     QML_ELEMENT
 
     /*! \qmlproperty real LogarithmicCurveTransform::decibel
-        The steepness, in powers of ten per pixel, default 0. Above 0 the line stays near its first
-        end and moves late, below 0 it moves early; the useful values are small, a few divided by the
-        width of the curve. There is no line for 0, whose quotient is 0/0: a line whose ends lie on
+        The steepness, in powers of ten per pixel, default 0. Above 0 a line to the right stays near
+        its first end and moves late, below 0 it moves early; the other way round for a line to the
+        left. The useful values are small, a few divided by the width of the curve. There is no bend
+        for 0, whose quotient is 0/0, nor so near to it that the powers are 1: a line whose ends lie on
         different sides of y = 0, or on it, is not drawn at all, every other one lies flat at its
         second end. Use a LinearCurveTransform for a straight line. A relative change of at most 1e-12
         is ignored. */
@@ -57,7 +58,8 @@ public:
     [[nodiscard]] int pointCount() const { return m_pointCount; }
     void setPointCount(int pointCount);
 
-    /*! pointCount() points at equal distances in x, the first at \a p1, the last at \a p2. */
+    /*! pointCount() points at equal distances in x, the first at \a p1, the last at \a p2 up to
+        rounding. */
     QList<QPointF> points(QPointF p1, QPointF p2) override;
 
 Q_SIGNALS:

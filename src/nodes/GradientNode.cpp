@@ -4,6 +4,7 @@
 #include <QtQuick/QSGVertexColorMaterial>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -79,8 +80,11 @@ void GradientNode::update(const QLineF &line, const QColor &color, bool up, cons
 void GradientNode::update(
         const QList<QPointF> &points, const QColor &color, bool up, const QList<double> &heights)
 {
-    const qsizetype segments = heights.size() == points.size() ? points.size() - 1 : 0;
-    m_geometry.allocate(verticesPerSegment * static_cast<int>(std::max<qsizetype>(0, segments)));
+    // The scene graph counts vertices in an int.
+    const qsizetype segments =
+            std::clamp<qsizetype>(heights.size() == points.size() ? points.size() - 1 : 0, 0,
+                    std::numeric_limits<int>::max() / verticesPerSegment);
+    m_geometry.allocate(verticesPerSegment * static_cast<int>(segments));
     const ColorBytes bytes(color);
     const double sign = up ? 1.0 : -1.0;
     auto *vertex = m_geometry.vertexDataAsColoredPoint2D();

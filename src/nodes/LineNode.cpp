@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace Charts {
 
@@ -62,7 +63,9 @@ void LineNode::update(const QLineF &line, float width, QColor color, bool smooth
 void LineNode::update(const QList<QPointF> &points, float width, QColor color, bool smooth)
 {
     const int step = verticesPerLine(smooth);
-    const qsizetype lineCount = std::max<qsizetype>(0, points.size() - 1);
+    // The scene graph counts vertices in an int.
+    const qsizetype lineCount =
+            std::clamp<qsizetype>(points.size() - 1, 0, std::numeric_limits<int>::max() / step);
     m_geometry.allocate(static_cast<int>(step * lineCount));
     for (qsizetype i = 0; i < lineCount; ++i) {
         setSmoothVertices(static_cast<std::size_t>(step * i), QLineF(points[i], points[i + 1]),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ComputedSignal.h"
+#include "GalleryScene.h"
 #include "LadderFilter.h"
 #include "LoadTrace.h"
 #include "NetworkPlot.h"
@@ -10,9 +11,6 @@
 #include <ChartsLibrary/ChartMouseEvent.h>
 #include <ChartsLibrary/TraceData.h>
 
-#include <QtGui/QCursor>
-#include <QtGui/QGuiApplication>
-#include <QtGui/QScreen>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
@@ -26,86 +24,6 @@
 #include <memory>
 
 using namespace Charts;
-
-namespace {
-
-constexpr int patience = 5000; // milliseconds
-
-const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Bode"),
-        QStringLiteral("Network"), QStringLiteral("Picking")};
-
-/*! The window of a document, with what there is to see of its chart. */
-class Scene
-{
-public:
-    Scene(QQmlComponent &component, const QVariantMap &properties)
-        : m_root(component.createWithInitialProperties(properties))
-    {
-        if (!m_root)
-            qFatal("%s", qPrintable(component.errorString()));
-    }
-
-    [[nodiscard]] QQuickWindow *window() const
-    {
-        return qobject_cast<QQuickWindow *>(m_root.get());
-    }
-    [[nodiscard]] QQuickItem *page() const
-    {
-        return m_root->property("page").value<QQuickItem *>();
-    }
-    [[nodiscard]] Chart *chart() const { return page()->property("chart").value<Chart *>(); }
-    [[nodiscard]] AbstractTrace *hoveredTrace() const
-    {
-        return chart()->property("hoveredTrace").value<AbstractTrace *>();
-    }
-    [[nodiscard]] QString text(const char *name) const
-    {
-        const auto *item = page()->findChild<QQuickItem *>(QString::fromLatin1(name));
-        return item->property("text").toString();
-    }
-
-    [[nodiscard]] QList<AbstractTrace *> traces() const
-    {
-        QList<AbstractTrace *> result;
-        const QVariant list = page()->property("traces");
-        for (const QVariant &value : list.value<QSequentialIterable>())
-            result.append(qobject_cast<AbstractTrace *>(value.value<QObject *>()));
-        return result;
-    }
-
-    /*! The pixel of the window at a point in data units. */
-    [[nodiscard]] QPoint pixelOf(const AbstractTrace &trace, const QPointF &point) const
-    {
-        const TraceDomain &domain = *trace.domain();
-        const double x = (point.x() - domain.minX()) / domain.spanX() * chart()->width();
-        const double y = (domain.maxY() - point.y()) / domain.spanY() * chart()->height();
-        return chart()->mapToScene({x, y}).toPoint();
-    }
-    [[nodiscard]] QPoint pixelAt(double xShare, double yShare) const
-    {
-        return chart()
-                ->mapToScene({xShare * chart()->width(), yShare * chart()->height()})
-                .toPoint();
-    }
-
-    void moveTo(const QPoint &pixel) const { QTest::mouseMove(window(), pixel); }
-    void click(const QPoint &pixel) const
-    {
-        QTest::mouseClick(window(), Qt::LeftButton, Qt::NoModifier, pixel);
-    }
-    void drag(const QPoint &from, const QPoint &to) const
-    {
-        QTest::mousePress(window(), Qt::LeftButton, Qt::NoModifier, from);
-        QTest::mouseMove(window(), (from + to) / 2);
-        QTest::mouseMove(window(), to);
-        QTest::mouseRelease(window(), Qt::LeftButton, Qt::NoModifier, to);
-    }
-
-private:
-    std::unique_ptr<QObject> m_root;
-};
-
-} // namespace
 
 /*! The gallery's pages under the pointer, in the program's own window. */
 class tst_Gallery : public QObject
@@ -138,11 +56,7 @@ private Q_SLOTS:
 private:
     [[nodiscard]] std::unique_ptr<Scene> open(const QString &page)
     {
-        QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/qt/qml/Gallery/Main.qml")));
-        auto scene =
-                std::make_unique<Scene>(component, QVariantMap{{QStringLiteral("pages"), pages},
-                                                           {QStringLiteral("currentPage"), page}});
-        return QTest::qWaitForWindowExposed(scene->window()) ? std::move(scene) : nullptr;
+        return openPage(m_engine, page);
     }
 
     QQmlEngine m_engine;
@@ -150,8 +64,7 @@ private:
 
 void tst_Gallery::initTestCase()
 {
-    // Out of the window, lest the real pointer's coming in be taken for a move of the test.
-    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
+    hideRealPointer();
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     const auto table =
             std::make_shared<const Charts::Readers::SampleTable>(Gallery::computedSignal());

@@ -2,7 +2,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
 
 // Pause, line width and zoom of a chart; further controls can stand beside them.
 Flow {
@@ -22,27 +21,16 @@ Flow {
         width: 74
         onClicked: controls.pauseToggled()
     }
-    Row {
-        height: 32
-        spacing: 8
-
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            width: 112
-            text: qsTr("Line width %1 px").arg(widthSlider.value.toFixed(1))
-            color: Theme.text
-            font.pixelSize: Theme.textSize
-        }
-        Slider {
-            id: widthSlider
-
-            from: 1
-            to: 8
-            stepSize: 0.5
-            value: 2
-            width: 130
-            height: parent.height
-            onValueChanged: controls.chart.lineWidth = value
+    LabelledSlider {
+        textWidth: 112
+        text: qsTr("Line width %1 px").arg(value.toFixed(1))
+        from: 1
+        to: 8
+        stepSize: 0.5
+        value: 2
+        onValueChanged: {
+            if (controls.chart)
+                controls.chart.lineWidth = value;
         }
     }
     Row {

@@ -102,6 +102,7 @@ Chart {
         readonly property point place: pointer.point.position
 
         visible: chart.hoveredTrace !== null && pointer.hovered && !band.visible
+        z: 1
         x: Math.round(Math.min(place.x + 14, chart.width - width - 2))
         y: Math.round(place.y > height + 12 ? place.y - height - 10 : place.y + 18)
         width: tagName.implicitWidth + 34

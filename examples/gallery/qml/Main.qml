@@ -31,12 +31,17 @@ ApplicationWindow {
     palette.text: Theme.text
 
     header: Rectangle {
+        id: header
+
+        // In a narrow window, too, all pages can be reached.
+        readonly property int padding: window.width < 500 ? 8 : 16
+
         color: Theme.panel
         implicitHeight: 44
 
         Row {
             anchors.fill: parent
-            anchors.leftMargin: 16
+            anchors.leftMargin: header.padding
 
             Repeater {
                 model: window.pages
@@ -48,8 +53,8 @@ ApplicationWindow {
                     readonly property bool isCurrent: modelData === window.currentPage
 
                     height: parent.height
-                    leftPadding: 16
-                    rightPadding: 16
+                    leftPadding: header.padding
+                    rightPadding: header.padding
                     text: modelData
                     onClicked: window.currentPage = modelData
 

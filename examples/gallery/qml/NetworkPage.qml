@@ -80,27 +80,16 @@ ColumnLayout {
         chart: plot.chart
         canPause: false
 
-        Row {
-            height: 32
-            spacing: 8
+        LabelledSlider {
+            id: reachSlider
 
-            Text {
-                anchors.verticalCenter: parent.verticalCenter
-                width: 66
-                text: qsTr("Scale %1").arg(reachSlider.value.toFixed(2))
-                color: Theme.text
-                font.pixelSize: Theme.textSize
-            }
-            Slider {
-                id: reachSlider
-
-                height: parent.height
-                width: 90
-                from: 0.5
-                to: 4
-                value: 1
-                stepSize: 0.05
-            }
+            width: 164
+            textWidth: 66
+            text: qsTr("Scale %1").arg(value.toFixed(2))
+            from: 0.5
+            to: 4
+            value: 1
+            stepSize: 0.05
         }
         SmallButton {
             id: flipButton

@@ -25,6 +25,8 @@ Item {
     // Names of the values 0, 1, ...: they stand at their values, and not numbers at the lines.
     property var yNames: []
     readonly property alias chart: chartItem
+    // What is drawn over the chart, or under the traces where its z is negative.
+    default property alias overlays: chartItem.data
 
     // Where labels stand and what they say. The grid's border has a label, too, if it has a value of
     // the layout.

@@ -14,6 +14,10 @@ QtObject {
     readonly property color text: "#d7dee8"
     readonly property color dimText: "#93a0b1"
     readonly property color accent: "#4fc3f7"
+    readonly property color success: "#66e08a"
+    readonly property color warning: "#ffb74d"
+    readonly property color failure: "#ff5252"
+    readonly property color limit: "#d9434f"
     readonly property color band: "#304fc3f7"
     readonly property int textSize: 13
     readonly property int labelSize: 12
