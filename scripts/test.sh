@@ -36,4 +36,5 @@ require_packages "${build_packages[@]}" "${run_packages[@]}" "${display_packages
     "${test_packages[@]}"
 configure "$preset" -DCHARTS_BUILD_TESTS=ON
 build "$preset"
-on_virtual_display ctest --preset "$preset" --parallel "$(nproc)" "$@"
+# More at a time than there are processors: tests wait for frames and ticks half of their time.
+on_virtual_display ctest --preset "$preset" --parallel "$(($(nproc) * 2))" "$@"

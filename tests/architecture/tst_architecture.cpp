@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SourceRules.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -2,8 +2,11 @@
 #include "SourceRules.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtTest>
+#include <QtTest/QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -14,7 +14,7 @@
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

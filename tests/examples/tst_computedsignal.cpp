@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ComputedSignal.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

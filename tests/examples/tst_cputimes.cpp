@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "CpuTimes.h"
 
-#include <QtTest>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <sstream>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DrawnLine.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using Charts::TracePoint;
 using DrawnLine::Piece;

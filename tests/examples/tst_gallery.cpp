@@ -11,12 +11,16 @@
 #include <ChartsLibrary/ChartMouseEvent.h>
 #include <ChartsLibrary/TraceData.h>
 
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTimer>
+#include <QtGui/QImage>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtQuickControls2/QQuickStyle>
-#include <QtTest>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <atomic>

@@ -2,8 +2,10 @@
 #include "Program.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <algorithm>
 

@@ -2,7 +2,8 @@
 #include "DrawnLine.h"
 #include "HistoryRing.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <deque>

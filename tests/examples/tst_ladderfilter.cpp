@@ -2,7 +2,8 @@
 #include "Decibels.h"
 #include "LadderFilter.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <complex>

@@ -2,7 +2,8 @@
 #include "DrawnLine.h"
 #include "LoadTrace.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <tuple>
 

@@ -2,10 +2,11 @@
 #include "DrawnLine.h"
 #include "WaveTrace.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQuick/QQuickWindow>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <cmath>
 

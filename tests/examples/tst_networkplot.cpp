@@ -3,7 +3,9 @@
 #include "NetworkPlot.h"
 #include "ReadableRange.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <memory>

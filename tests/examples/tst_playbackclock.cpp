@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "PlaybackClock.h"
 
-#include <QtTest>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using Gallery::PlaybackClock;
 

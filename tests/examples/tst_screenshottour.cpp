@@ -2,9 +2,11 @@
 #include "Program.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <optional>
 

@@ -2,8 +2,10 @@
 #include "Program.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtTest>
+#include <QtTest/QTest>
 
 // The scripts' answers to a wrong call. Whatever they would install or build with stands first in
 // the search path as a dummy that leaves a mark: none may be called.

@@ -4,7 +4,9 @@
 #include <ChartsLibrary/Chart.h>
 
 #include <QtCore/QPointer>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>

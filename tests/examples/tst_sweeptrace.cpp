@@ -4,7 +4,8 @@
 #include "SweepModel.h"
 #include "SweepTrace.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

@@ -4,10 +4,12 @@
 #include <ChartsLibrary/Chart.h>
 
 #include <QtCore/QMetaProperty>
+#include <QtCore/QRegularExpression>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
-#include <QtTest>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <memory>
 #include <utility>

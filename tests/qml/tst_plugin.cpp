@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -5,9 +5,11 @@
 #include "Graphics.h"
 #include "PixelTrace.h"
 
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLExtraFunctions>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <array>

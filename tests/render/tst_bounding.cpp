@@ -5,7 +5,9 @@
 #include "Graphics.h"
 #include "PixelTrace.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

@@ -5,8 +5,9 @@
 #include "Graphics.h"
 #include "PixelTrace.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/qopengl.h>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <memory>

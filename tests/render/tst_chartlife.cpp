@@ -6,7 +6,8 @@
 #include "PixelTrace.h"
 
 #include <QtCore/QRandomGenerator>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 

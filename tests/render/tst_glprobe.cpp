@@ -4,10 +4,11 @@
 #include "Graphics.h"
 #include "TestTrace.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLExtraFunctions>
 #include <QtQuick/QSGRectangleNode>
-#include <QtTest>
+#include <QtTest/QTest>
 
 using Charts::DrawType;
 

@@ -5,9 +5,10 @@
 
 #include <ChartsLibrary/ViewPort.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QVector3D>
 #include <QtGui/QVector4D>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <array>
 #include <cmath>

@@ -8,9 +8,11 @@
 
 #include <ChartsLibrary/ChartNode.h>
 
+#include <QtCore/QRegularExpression>
+#include <QtCore/QThread>
 #include <QtQuick/QSGImageNode>
 #include <QtQuick/QSGTexture>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -6,8 +6,9 @@
 #include "PixelTrace.h"
 #include "RenderNodeItem.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtQuick/QSGImageNode>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -5,7 +5,8 @@
 #include "Graphics.h"
 #include "PixelTrace.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

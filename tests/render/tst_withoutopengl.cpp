@@ -8,10 +8,12 @@
 
 #include <ChartsLibrary/ChartNode.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QHoverEvent>
 #include <QtGui/QMouseEvent>
 #include <QtQuick/QSGRectangleNode>
-#include <QtTest>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <memory>
 

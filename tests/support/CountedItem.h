@@ -4,7 +4,7 @@
 
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <utility>
 

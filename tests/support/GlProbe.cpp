@@ -16,7 +16,7 @@
 
 namespace {
 
-using Procedure = void (*)();
+using GlProbe::Procedure;
 
 // --- What is kept
 
@@ -40,6 +40,7 @@ State &state()
 
 std::atomic<bool> checksErrors = true;
 std::atomic<GLenum (*)()> realGetError = nullptr;
+std::atomic<GlProbe::Substitute> substitute = nullptr;
 thread_local bool inSection = false;
 
 void addToTotals(const GlProbe::Call &call)
@@ -249,8 +250,9 @@ Procedure lookUp(Lookup real, const unsigned char *name)
         realGetError = reinterpret_cast<GLenum (*)()>(
                 real(reinterpret_cast<const unsigned char *>("glGetError")));
     }
-    const Procedure procedure = real(name);
     const std::string_view wanted(reinterpret_cast<const char *>(name));
+    const GlProbe::Substitute instead = substitute;
+    const Procedure procedure = instead ? instead(wanted, real(name)) : real(name);
     const auto *known = std::find_if(std::begin(entries), std::end(entries),
             [wanted](const Entry &candidate) { return candidate.name == wanted; });
     return procedure && known != std::end(entries) ? known->wrap(procedure) : procedure;
@@ -301,6 +303,16 @@ void endSection()
 {
     noteError("the end of the synchronisation");
     inSection = false;
+}
+
+bool isInSection()
+{
+    return inSection;
+}
+
+void setSubstitute(Substitute newSubstitute)
+{
+    substitute = newSubstitute;
 }
 
 Totals totals()

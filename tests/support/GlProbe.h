@@ -68,6 +68,18 @@ void endSection();
 /*! Whether errors are looked for after each call, which a benchmark does not want. Default true. */
 void setErrorChecks(bool enabled);
 
+/*! Whether what this thread calls now is the chart's. */
+[[nodiscard]] bool isInSection();
+
+/*! A function of the driver, whatever its arguments are. */
+using Procedure = void (*)();
+/*! Says what is called instead of the driver's function of that name. It may return that function,
+    or null for one that the driver is to lack. */
+using Substitute = Procedure (*)(std::string_view name, Procedure driversOwn);
+/*! For a driver that is worse than the one at hand. To be called before the application object
+    exists: what was looked up once stays. */
+void setSubstitute(Substitute substitute);
+
 /*! Objects made in sections and not deleted yet, as "buffer 3", sorted. */
 [[nodiscard]] QStringList liveObjects();
 /*! How many objects were made in sections, whether they still live or not. */

@@ -8,7 +8,7 @@
 #include <QtQuick/QSGGeometry>
 #include <QtQuick/QSGGeometryNode>
 #include <QtQuick/QSGNode>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <functional>
 

@@ -8,7 +8,9 @@
 #include <ChartsLibrary/LinearCurveTransform.h>
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -8,7 +8,9 @@
 #include <ChartsLibrary/GradientCurve.h>
 #include <ChartsLibrary/LinearCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <memory>

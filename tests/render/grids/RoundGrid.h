@@ -6,7 +6,7 @@
 
 #include <ChartsLibrary/AbstractGrid.h>
 
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

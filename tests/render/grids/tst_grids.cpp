@@ -5,7 +5,9 @@
 
 #include <ChartsLibrary/XYGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <optional>

@@ -7,8 +7,9 @@
 #include <ChartsLibrary/SmithGrid.h>
 #include <ChartsLibrary/XYGrid.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtQuick/QSGSimpleRectNode>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

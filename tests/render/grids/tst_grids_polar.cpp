@@ -6,7 +6,8 @@
 
 #include <ChartsLibrary/PolarGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

@@ -6,7 +6,9 @@
 #include <ChartsLibrary/SmithGrid.h>
 #include <ChartsLibrary/XYGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 #include <memory>
 

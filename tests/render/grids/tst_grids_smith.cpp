@@ -6,7 +6,8 @@
 
 #include <ChartsLibrary/SmithGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 

@@ -3,7 +3,9 @@
 #include "Graphics.h"
 #include "LinesItem.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

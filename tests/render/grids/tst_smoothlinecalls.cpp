@@ -4,7 +4,8 @@
 #include "Graphics.h"
 #include "LinesItem.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <array>

@@ -6,7 +6,8 @@
 
 #include <ChartsLibrary/ZoomDelegate.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 using namespace Qt::StringLiterals;

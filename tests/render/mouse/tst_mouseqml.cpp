@@ -4,11 +4,12 @@
 #include "Graphics.h"
 #include "PixelTrace.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTimer>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

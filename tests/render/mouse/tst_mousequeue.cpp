@@ -6,8 +6,9 @@
 
 #include <ChartsLibrary/ZoomDelegate.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QPointingDevice>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <array>

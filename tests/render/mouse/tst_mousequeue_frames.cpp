@@ -4,7 +4,8 @@
 #include "MouseInput.h"
 #include "QueueChart.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <array>
 

@@ -9,8 +9,9 @@
 #include <ChartsLibrary/AbstractRenderNode.h>
 #include <ChartsLibrary/ChartNode.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTimer>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 #include <utility>

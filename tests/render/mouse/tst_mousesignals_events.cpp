@@ -4,7 +4,8 @@
 #include "MouseInput.h"
 #include "MouseScene.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <atomic>
 
@@ -343,27 +344,38 @@ void tst_MouseSignalsEvents::oneSynchronisationLater()
             &scene.chart(), &Chart::mouseEventResponsesReceived, &scene.window, [&] { ++received; },
             Qt::DirectConnection);
     QVERIFY2(scene.start(), scene.error());
+    const auto frame = [&scene] {
+        const bool isDone = scene.window.frame();
+        QCoreApplication::sendPostedEvents();
+        return isDone;
+    };
+    int disturbed = 0;
     for (int i = 0; i < 3; ++i) {
         const int before = scene.window.synchronisations();
         scene.send(u"press A"_s);
-        QVERIFY2(scene.window.frame(), scene.error());
-        QCoreApplication::sendPostedEvents();
-        QCOMPARE(scene.window.synchronisations(), before + 1);
+        QVERIFY2(frame(), scene.error());
+        if (scene.window.synchronisations() != before + 1) {
+            // The display server wanted a frame of its own: this round says nothing.
+            QVERIFY(++disturbed < 10);
+            scene.send(u"release A"_s);
+            QVERIFY2(frame() && frame() && frame(), scene.error());
+            static_cast<void>(scene.log.take());
+            received = i;
+            --i;
+            continue;
+        }
         QCOMPARE(scene.log.take(), QStringList());
         QCOMPARE(received, i);
 
         scene.send(u"release A"_s);
-        QVERIFY2(scene.window.frame(), scene.error());
-        QCoreApplication::sendPostedEvents();
+        QVERIFY2(frame(), scene.error());
         QCOMPARE(scene.window.synchronisations(), before + 2);
         QCOMPARE(scene.log.take(), QStringList{u"A pressed"_s});
         QCOMPARE(received, i + 1);
 
-        QVERIFY2(scene.window.frame(), scene.error());
-        QCoreApplication::sendPostedEvents();
+        QVERIFY2(frame(), scene.error());
         QCOMPARE(scene.log.take(), QStringList({u"A released"_s, u"A clicked"_s}));
-        QVERIFY2(scene.window.frame(), scene.error());
-        QCoreApplication::sendPostedEvents();
+        QVERIFY2(frame(), scene.error());
         QCOMPARE(scene.log.take(), QStringList());
         QCOMPARE(received, i + 2);
         received = i + 1;

@@ -3,7 +3,8 @@
 #include "Graphics.h"
 #include "MouseScene.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <functional>
 

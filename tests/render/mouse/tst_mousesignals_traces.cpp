@@ -3,8 +3,9 @@
 #include "Graphics.h"
 #include "MouseScene.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTimer>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <functional>
 #include <memory>

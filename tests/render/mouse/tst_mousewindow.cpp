@@ -3,7 +3,8 @@
 #include "Graphics.h"
 #include "MouseScene.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 using namespace Qt::StringLiterals;

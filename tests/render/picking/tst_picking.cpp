@@ -3,7 +3,8 @@
 #include "Graphics.h"
 #include "PointedWindow.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 

@@ -6,11 +6,12 @@
 #include "RenderNodeItem.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -3,7 +3,8 @@
 #include "Graphics.h"
 #include "SelectionCosts.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 

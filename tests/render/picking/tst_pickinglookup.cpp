@@ -5,7 +5,8 @@
 #include "PixelBlock.h"
 #include "RenderNodeItem.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <memory>

@@ -7,7 +7,8 @@
 
 #include <ChartsLibrary/MouseEventResponse.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 #include <type_traits>

@@ -5,11 +5,13 @@
 #include "MouseLog.h"
 #include "PixelBlock.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTimer>
+#include <QtGui/QImage>
 #include <QtGui/QMouseEvent>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <functional>

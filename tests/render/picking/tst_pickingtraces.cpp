@@ -3,7 +3,9 @@
 #include "Graphics.h"
 #include "PointedWindow.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
 
 using namespace Charts;
 using namespace Qt::StringLiterals;

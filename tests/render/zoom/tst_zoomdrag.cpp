@@ -2,7 +2,8 @@
 #include "Graphics.h"
 #include "ZoomWindow.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

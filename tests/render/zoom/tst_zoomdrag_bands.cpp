@@ -2,7 +2,9 @@
 #include "Graphics.h"
 #include "ZoomWindow.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 using namespace Charts;
 using namespace Qt::StringLiterals;

@@ -4,7 +4,8 @@
 #include "PixelTrace.h"
 #include "ZoomWindow.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <functional>
 

@@ -7,9 +7,11 @@
 #include <ChartsLibrary/TraceDomain.h>
 #include <ChartsLibrary/ZoomDelegate.h>
 
+#include <QtCore/QRegularExpression>
+#include <QtGui/QImage>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -4,8 +4,10 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTimer>
-#include <QtTest>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <memory>
 

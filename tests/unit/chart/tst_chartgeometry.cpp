@@ -4,7 +4,9 @@
 #include <ChartsLibrary/Chart.h>
 #include <ChartsLibrary/TraceDomain.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <memory>

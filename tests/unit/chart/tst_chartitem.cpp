@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <ChartsLibrary/ChartItem.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -2,8 +2,9 @@
 #include <ChartsLibrary/ChartMouseEvent.h>
 
 #include <QtCore/QMetaProperty>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QMouseEvent>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>

@@ -4,8 +4,10 @@
 #include <ChartsLibrary/Chart.h>
 #include <ChartsLibrary/TraceDomain.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
-#include <QtTest>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

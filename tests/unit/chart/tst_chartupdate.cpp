@@ -5,6 +5,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QMutex>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSemaphore>
 #include <QtCore/QSet>
 #include <QtCore/QThread>
@@ -12,7 +13,7 @@
 #include <QtCore/QTimer>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGNode>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

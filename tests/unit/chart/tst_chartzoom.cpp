@@ -5,7 +5,9 @@
 #include <ChartsLibrary/TraceDomain.h>
 #include <ChartsLibrary/ZoomDelegate.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <memory>

@@ -3,7 +3,9 @@
 
 #include <QtCore/QMetaEnum>
 #include <QtCore/QMetaProperty>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>

@@ -4,7 +4,7 @@
 
 #include "ExactCompare.h"
 
-#include <QtTest>
+#include <QtTest/QTest>
 
 /*! Columns and rows for a property that takes a value as new by its relative distance alone. */
 inline void addRelativeChanges()

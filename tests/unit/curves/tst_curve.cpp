@@ -8,7 +8,8 @@
 #include <ChartsLibrary/LinearCurveTransform.h>
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <array>
 #include <type_traits>

@@ -6,7 +6,8 @@
 #include <ChartsLibrary/Curve.h>
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <functional>
 #include <memory>

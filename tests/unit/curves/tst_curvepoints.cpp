@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <numbers>
 

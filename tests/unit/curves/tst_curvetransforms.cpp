@@ -7,7 +7,9 @@
 #include <ChartsLibrary/LinearCurveTransform.h>
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <type_traits>

@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/FillRectProvider.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 

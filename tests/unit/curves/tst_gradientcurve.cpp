@@ -7,7 +7,9 @@
 #include <ChartsLibrary/FillRectProvider.h>
 #include <ChartsLibrary/GradientCurve.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <limits>
 

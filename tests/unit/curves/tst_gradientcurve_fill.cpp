@@ -11,7 +11,8 @@
 #include <ChartsLibrary/LinearCurveTransform.h>
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <memory>

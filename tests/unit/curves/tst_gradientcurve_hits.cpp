@@ -6,7 +6,8 @@
 #include <ChartsLibrary/LinearCurveTransform.h>
 #include <ChartsLibrary/LogarithmicCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

@@ -6,7 +6,8 @@
 #include <ChartsLibrary/GradientCurve.h>
 #include <ChartsLibrary/LinearCurveTransform.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 
 #include <ChartsLibrary/Span.h>
 
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cmath>

@@ -8,7 +8,8 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -5,7 +5,8 @@
 #include <ChartsLibrary/DomainUtils.h>
 #include <ChartsLibrary/TraceDomain.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 

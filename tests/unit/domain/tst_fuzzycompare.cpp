@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/FuzzyCompare.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 

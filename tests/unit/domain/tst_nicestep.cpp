@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/DomainUtils.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <ChartsLibrary/Rounding.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 

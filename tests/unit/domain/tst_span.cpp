@@ -4,7 +4,9 @@
 
 #include <ChartsLibrary/Span.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSequentialIterable>
+#include <QtTest/QTest>
 
 #include <type_traits>
 

@@ -5,7 +5,9 @@
 
 #include <ChartsLibrary/TraceDomain.h>
 
-#include <QtTest>
+#include <QtCore/QMetaEnum>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <functional>
 

@@ -4,7 +4,8 @@
 
 #include <ChartsLibrary/TraceDomain.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

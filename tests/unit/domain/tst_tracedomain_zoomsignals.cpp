@@ -4,7 +4,9 @@
 
 #include <ChartsLibrary/TraceDomain.h>
 
-#include <QtTest>
+#include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

@@ -6,7 +6,8 @@
 #include "CreateInQml.h"
 #include "PaintedGrid.h"
 
-#include <QtTest>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <functional>
 #include <limits>

@@ -4,7 +4,9 @@
 
 #include <ChartsLibrary/AbstractGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <utility>

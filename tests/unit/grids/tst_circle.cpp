@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <ChartsLibrary/Circle.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>

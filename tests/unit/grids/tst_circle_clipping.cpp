@@ -2,7 +2,8 @@
 #include <ChartsLibrary/Circle.h>
 
 #include <QtCore/QRandomGenerator>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <numbers>

@@ -6,7 +6,8 @@
 #include <ChartsLibrary/PolarGrid.h>
 
 #include <QtCore/QMetaProperty>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

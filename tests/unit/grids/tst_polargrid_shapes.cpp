@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/PolarGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <array>
 #include <limits>

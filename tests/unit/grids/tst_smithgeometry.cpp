@@ -4,7 +4,8 @@
 
 #include <ChartsLibrary/SmithGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 

@@ -6,7 +6,9 @@
 #include <ChartsLibrary/SmithGrid.h>
 
 #include <QtCore/QMetaProperty>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

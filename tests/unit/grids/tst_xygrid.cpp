@@ -6,7 +6,9 @@
 #include <ChartsLibrary/XYGrid.h>
 
 #include <QtCore/QMetaEnum>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>

@@ -3,7 +3,9 @@
 
 #include <ChartsLibrary/XYGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <limits>

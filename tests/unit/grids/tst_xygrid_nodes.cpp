@@ -5,7 +5,8 @@
 #include <ChartsLibrary/LineNode.h>
 #include <ChartsLibrary/XYGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 

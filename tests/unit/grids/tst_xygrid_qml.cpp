@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/XYGrid.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <memory>
 #include <utility>

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <ChartsLibrary/Span.h>
 
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSequentialIterable>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <memory>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QtCore/QProcess>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <dlfcn.h>
 

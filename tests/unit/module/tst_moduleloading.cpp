@@ -4,8 +4,9 @@
 // in front of each Qt function that the library's static initialisers call; the dynamic linker
 // takes the program's first. Each notes the call and passes it on to Qt.
 
+#include <QtCore/QRegularExpression>
 #include <QtQml/qqmlmoduleregistration.h>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <dlfcn.h>
 

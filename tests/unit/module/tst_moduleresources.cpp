@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QResource>
-#include <QtTest>
+#include <QtTest/QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -10,11 +10,12 @@
 #include <ChartsLibrary/OpenGLRenderNode.h>
 #include <ChartsLibrary/Span.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQml/qqml.h>
 #include <QtQuick/QQuickItem>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <dlfcn.h>
 

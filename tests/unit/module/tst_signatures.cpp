@@ -3,8 +3,10 @@
 #include "Qmltypes.h"
 #include "Signatures.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QMetaEnum>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Qt::StringLiterals;
 

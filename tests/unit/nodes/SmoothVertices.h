@@ -5,7 +5,7 @@
 #include <QtCore/QList>
 #include <QtQuick/QSGGeometry>
 #include <QtQuick/QSGGeometryNode>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <array>
 #include <bit>

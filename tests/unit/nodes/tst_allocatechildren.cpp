@@ -3,7 +3,8 @@
 #include <ChartsLibrary/ArcNode.h>
 #include <ChartsLibrary/LineNode.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 

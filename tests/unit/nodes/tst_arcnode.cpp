@@ -4,7 +4,8 @@
 
 #include <ChartsLibrary/ArcNode.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cstddef>
 #include <limits>

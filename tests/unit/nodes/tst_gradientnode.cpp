@@ -4,9 +4,10 @@
 
 #include <ChartsLibrary/GradientNode.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QRgba64>
 #include <QtQuick/QSGVertexColorMaterial>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <cstring>
 #include <limits>

@@ -4,7 +4,8 @@
 
 #include <ChartsLibrary/LineNode.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <limits>
 #include <type_traits>

@@ -3,8 +3,9 @@
 
 #include <ChartsLibrary/SmoothColorMaterial.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QThread>
-#include <QtTest>
+#include <QtTest/QTest>
 
 #include <cstring>
 #include <limits>

@@ -2,7 +2,8 @@
 #include <ChartsLibrary/SmoothColorMaterial.h>
 
 #include <QtCore/QFile>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 using namespace Qt::StringLiterals;
 

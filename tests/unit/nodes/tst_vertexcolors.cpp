@@ -4,8 +4,9 @@
 #include <ChartsLibrary/ArcNode.h>
 #include <ChartsLibrary/LineNode.h>
 
+#include <QtCore/QRegularExpression>
 #include <QtGui/QRgba64>
-#include <QtTest>
+#include <QtTest/QTest>
 
 using namespace Charts;
 

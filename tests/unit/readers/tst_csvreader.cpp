@@ -4,7 +4,8 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <sstream>
@@ -69,7 +70,8 @@ public:
     explicit GeneratingBuffer(QByteArray head, QByteArray repeated)
         : m_pending(std::move(head))
         , m_repeated(std::move(repeated))
-    {}
+    {
+    }
 
     std::streamsize largestRequest() const { return m_largestRequest; }
     std::streamsize total() const { return m_total; }
@@ -486,8 +488,8 @@ void tst_CsvReader::limits()
     std::istream input(&buffer);
     CsvReader reader(input, "test.csv");
     QCOMPARE(readAll(reader).error, message);
-    QVERIFY(buffer.total() <=
-            std::streamsize(CsvReader::MaximumRowLength + 2 * LineReader::ChunkSize));
+    QVERIFY(buffer.total()
+            <= std::streamsize(CsvReader::MaximumRowLength + 2 * LineReader::ChunkSize));
 }
 
 void tst_CsvReader::limitIsGenerous()

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "readers/Number.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cfloat>
 

@@ -6,7 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <algorithm>
 #include <cfloat>
@@ -50,7 +51,8 @@ class TableBuffer : public std::streambuf
 public:
     explicit TableBuffer(int rows)
         : m_rows(rows)
-    {}
+    {
+    }
 
     static double timeOf(int row) { return row / 1024.0; }
     static float valueOf(int row) { return float(row % 4096) / 8.0f - 100.0f; }
@@ -62,9 +64,9 @@ protected:
     {
         m_largestRequest = std::max(m_largestRequest, count);
         while (m_pending.size() < count && m_row < m_rows) {
-            m_pending += QByteArray::number(timeOf(m_row), 'g', 17) + ';' +
-                         QByteArray::number(double(valueOf(m_row)), 'g', 9).replace('.', ',') +
-                         (m_row % 7 == 0 ? ";\n" : ";1\n");
+            m_pending += QByteArray::number(timeOf(m_row), 'g', 17) + ';'
+                         + QByteArray::number(double(valueOf(m_row)), 'g', 9).replace('.', ',')
+                         + (m_row % 7 == 0 ? ";\n" : ";1\n");
             ++m_row;
         }
         const std::streamsize served = std::min(count, std::streamsize(m_pending.size()));
@@ -388,9 +390,9 @@ void tst_Samples::longTable()
     for (int i = 0; i < rows; ++i) {
         const auto at = std::size_t(i);
         const float flag = table.columns[1].values[at];
-        if (table.time[at] != TableBuffer::timeOf(i) ||
-                table.columns[0].values[at] != TableBuffer::valueOf(i) ||
-                (i % 7 == 0 ? !std::isnan(flag) : flag != 1.0f)) {
+        if (table.time[at] != TableBuffer::timeOf(i)
+                || table.columns[0].values[at] != TableBuffer::valueOf(i)
+                || (i % 7 == 0 ? !std::isnan(flag) : flag != 1.0f)) {
             ++differences;
         }
     }

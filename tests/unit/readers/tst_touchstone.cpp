@@ -2,7 +2,10 @@
 #include "readers/ReadError.h"
 #include "readers/Touchstone.h"
 
-#include <QtTest>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
 
 #include <complex>
 #include <sstream>

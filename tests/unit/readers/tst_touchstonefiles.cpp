@@ -4,7 +4,8 @@
 
 #include <QDir>
 #include <QSet>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <complex>

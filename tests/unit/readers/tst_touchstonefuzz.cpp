@@ -7,7 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <sstream>
 

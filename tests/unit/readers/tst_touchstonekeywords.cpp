@@ -2,7 +2,8 @@
 #include "readers/ReadError.h"
 #include "readers/Touchstone.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <complex>
 #include <sstream>

@@ -2,7 +2,8 @@
 #include "readers/Touchstone.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cmath>
 #include <complex>

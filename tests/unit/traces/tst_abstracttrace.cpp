@@ -7,7 +7,9 @@
 
 #include <QtGui/QMouseEvent>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 
 #include <functional>
 

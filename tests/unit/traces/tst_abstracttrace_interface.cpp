@@ -3,7 +3,8 @@
 
 #include <ChartsLibrary/AbstractTrace.h>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cstddef>
 #include <cstring>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BoundRangeText.h"
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <cstddef>
 #include <limits>

@@ -3,7 +3,8 @@
 
 #include <QtCore/QRandomGenerator>
 
-#include <QtTest>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
 
 #include <set>
 
