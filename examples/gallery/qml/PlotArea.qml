@@ -68,7 +68,8 @@ Item {
             value /= 1000;
             ++index;
         }
-        return Number(value.toPrecision(digits)).toString() + "\u00a0" + prefixes[index] + unit;
+        const suffix = prefixes[index] + unit;
+        return Number(value.toPrecision(digits)).toString() + (suffix ? "\u00a0" + suffix : "");
     }
     function yTicks(height: real): var {
         const step = (yRange.max - yRange.min) / yCount;
