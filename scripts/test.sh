@@ -6,12 +6,13 @@ set -euo pipefail
 
 usage() {
     cat <<EOF
-Usage: scripts/test.sh [--preset NAME] [CTEST OPTION...]
+Usage: scripts/test.sh [--preset NAME] [--soak] [CTEST OPTION...]
 
 Installs what is missing, builds, and runs all tests on a display of its own. Further options go to
 ctest, for instance -R chart, -V or --repeat until-fail:3.
 
   --preset NAME  dev (default), release, asan, tsan or coverage
+  --soak         the long forms of the reliability tests, which take about two hours, and nothing else
   --help         show this help
 EOF
 }
@@ -32,9 +33,15 @@ case ${1:-} in
     ;;
 esac
 
+# More at a time than there are processors: tests wait for frames and ticks half of their time.
+selection=(--parallel "$(($(nproc) * 2))")
+if [ "${1:-}" = --soak ]; then
+    selection=(--build-config Soak --tests-regex '\.long$' --verbose)
+    shift
+fi
+
 require_packages "${build_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" \
     "${test_packages[@]}"
 configure "$preset" -DCHARTS_BUILD_TESTS=ON
 build "$preset"
-# More at a time than there are processors: tests wait for frames and ticks half of their time.
-on_virtual_display ctest --preset "$preset" --parallel "$(($(nproc) * 2))" "$@"
+on_virtual_display ctest --preset "$preset" "${selection[@]}" "$@"
