@@ -10,6 +10,8 @@ set(CHARTS_TEST_ENVIRONMENT
     # Uninstrumented third-party code only; see the comments in the files.
     LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
     UBSAN_OPTIONS=print_stacktrace=1
+    # No mutex is ours, and of those of others not every use is seen.
+    TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp:print_suppressions=0:detect_deadlocks=0:report_mutex_bugs=0:report_destroy_locked=0
     QML_IMPORT_PATH=${PROJECT_BINARY_DIR}/qml
     QT_QUICK_CONTROLS_STYLE=Basic
     # A document compiled against the types of another build must not be taken from the cache.

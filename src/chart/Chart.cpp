@@ -60,13 +60,20 @@ void Chart::addTrace(AbstractTrace *trace)
     Q_ASSERT(isOnThreadOf(this));
     if (!trace)
         return;
+    // Handlers of the domain's signals may destroy either.
+    const QPointer<Chart> guard(this);
+    const QPointer<AbstractTrace> traceGuard(trace);
     trace->domain()->setSize(size());
+    if (!guard || !traceGuard)
+        return;
+    // One that is gone unheard of may have had the same address.
+    forgetDestroyedTraces();
     m_traces->append(trace);
     connect(trace, &AbstractTrace::zChanged, this, &Chart::resortTraces);
     connect(trace, &QObject::destroyed, this, [this, trace] {
         // Every entry at once: removing the first one drops the connections of the others too.
-        while (includes(trace))
-            removeTrace(trace);
+        while (m_traces->contains(trace))
+            detach(trace);
     });
     resortTraces();
     m_tracesDirty = true;
@@ -75,8 +82,13 @@ void Chart::addTrace(AbstractTrace *trace)
 void Chart::removeTrace(AbstractTrace *trace)
 {
     Q_ASSERT(isOnThreadOf(this));
-    if (!m_traces->removeFirst(trace))
-        return;
+    if (m_traces->containsLiving(trace))
+        detach(trace);
+}
+
+void Chart::detach(AbstractTrace *trace)
+{
+    m_traces->removeFirst(trace);
     // All receivers, not only this chart: a removed trace is silent in both signals.
     disconnect(trace, &AbstractTrace::zChanged, nullptr, nullptr);
     disconnect(trace, &QObject::destroyed, nullptr, nullptr);
@@ -86,7 +98,7 @@ void Chart::removeTrace(AbstractTrace *trace)
 bool Chart::includes(AbstractTrace *trace) const
 {
     Q_ASSERT(isOnThreadOf(this));
-    return trace && m_traces->contains(trace);
+    return m_traces->containsLiving(trace);
 }
 
 void Chart::resortTraces()
@@ -167,6 +179,9 @@ QSGNode *Chart::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *)
     }
 
     m_mouseEventResponses = renderNode->takeMouseEventResponses();
+    m_hitTraces.clear();
+    for (const MouseEventResponse &response : m_mouseEventResponses)
+        m_hitTraces.emplace_back(response.trace);
     if (!m_mouseEventResponses.empty())
         Q_EMIT mouseEventResponsesReceived();
     return node;
@@ -180,8 +195,11 @@ void Chart::mousePressEvent(QMouseEvent *event)
     if (event->flags().testFlag(Qt::MouseEventCreatedDoubleClick))
         return;
     if (m_isZoomEnabled && m_rubberBand && event->button() == Qt::LeftButton) {
+        const QPointer<Chart> guard(this);
         m_rubberBand->startResize(
                 QPointF(roundToInt(event->position().x()), roundToInt(event->position().y())));
+        if (!guard)
+            return;
     }
     m_eventQueue->notePress(*event);
     queueMouseEvent(event);
@@ -190,9 +208,11 @@ void Chart::mousePressEvent(QMouseEvent *event)
 
 void Chart::mouseMoveEvent(QMouseEvent *event)
 {
+    const QPointer<Chart> guard(this);
     if (isRubberBandShown())
         m_rubberBand->updatePoint(event->position());
-    ChartItem::mouseMoveEvent(event);
+    if (guard)
+        ChartItem::mouseMoveEvent(event);
 }
 
 void Chart::mouseReleaseEvent(QMouseEvent *event)
@@ -217,9 +237,11 @@ void Chart::mouseDoubleClickEvent(QMouseEvent *event)
 
 void Chart::mouseUngrabEvent()
 {
+    const QPointer<Chart> guard(this);
     if (isRubberBandShown())
         m_rubberBand->stopResize();
-    ChartItem::mouseUngrabEvent();
+    if (guard)
+        ChartItem::mouseUngrabEvent();
 }
 
 void Chart::hoverEnterEvent(QHoverEvent *event)
@@ -242,6 +264,7 @@ void Chart::hoverLeaveEvent(QHoverEvent *event)
 
 void Chart::queueMouseEvent(QMouseEvent *event)
 {
+    forgetDestroyedTraces();
     if (m_traces->isEmpty())
         return;
     m_eventQueue->push(*event);
@@ -250,6 +273,7 @@ void Chart::queueMouseEvent(QMouseEvent *event)
 
 void Chart::queueHoverEvent(QEvent::Type type, QHoverEvent *event)
 {
+    forgetDestroyedTraces();
     if (m_traces->isEmpty())
         return;
     m_eventQueue->push(type, *event);
@@ -259,10 +283,11 @@ void Chart::queueHoverEvent(QEvent::Type type, QHoverEvent *event)
 void Chart::handleMouseEventResponses()
 {
     Q_ASSERT(isOnThreadOf(this));
-    // Both outlive the chart, which a handler may destroy.
+    // All outlive the chart, which a handler may destroy.
     const auto dispatcher = m_dispatcher;
     const auto responses = std::exchange(m_mouseEventResponses, {});
-    dispatcher->dispatch(responses);
+    const auto hitTraces = std::exchange(m_hitTraces, {});
+    dispatcher->dispatch(responses, hitTraces);
 }
 
 // --- Zoom

@@ -145,6 +145,8 @@ protected:
     void hoverLeaveEvent(QHoverEvent *event) override;
 
 private:
+    /*! Takes the first entry of \a trace out of the list, which has one. */
+    void detach(AbstractTrace *trace);
     void handleMouseEventResponses();
     void setIsZoomed(bool isZoomed);
     /*! Returns whether the chart still exists. */
@@ -157,6 +159,7 @@ private:
 
     std::unique_ptr<PointerEventQueue> m_eventQueue;
     std::vector<MouseEventResponse> m_mouseEventResponses;
+    std::vector<QPointer<AbstractTrace>> m_hitTraces; // one a response
     QTimer *m_updateTimer = nullptr;
     bool m_tracesDirty = true;
     std::unique_ptr<TraceList> m_traces;

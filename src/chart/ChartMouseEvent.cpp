@@ -2,6 +2,7 @@
 #include "ChartMouseEvent.h"
 
 #include "Rounding.h"
+#include "ThreadCheck.h"
 
 #include <QtGui/QMouseEvent>
 
@@ -17,9 +18,16 @@ ChartMouseEvent::ChartMouseEvent(QMouseEvent *event, QObject *parent)
 
 ChartMouseEvent::~ChartMouseEvent() = default;
 
+void ChartMouseEvent::setAccepted(bool accepted)
+{
+    Q_ASSERT(isOnThreadOf(this));
+    m_accepted = accepted;
+}
+
 void ChartMouseEvent::reset(double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,
         Qt::KeyboardModifiers modifiers, Qt::MouseEventFlags flags)
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_x = x;
     m_y = y;
     m_button = static_cast<int>(button);

@@ -65,7 +65,7 @@ public:
     /*! Always 0: not synthesised. */
     [[nodiscard]] int source() const { return m_source; }
     [[nodiscard]] bool isAccepted() const { return m_accepted; }
-    void setAccepted(bool accepted) { m_accepted = accepted; }
+    void setAccepted(bool accepted);
     [[nodiscard]] int flags() const { return m_flags; }
 
     /*! Sets all fields; the event is accepted again and its source 0. */

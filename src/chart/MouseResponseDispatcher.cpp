@@ -35,24 +35,21 @@ MouseResponseDispatcher::MouseResponseDispatcher(Chart &chart, const TraceList &
 {
 }
 
-void MouseResponseDispatcher::dispatch(const std::vector<MouseEventResponse> &responses)
+void MouseResponseDispatcher::dispatch(const std::vector<MouseEventResponse> &responses,
+        const std::vector<QPointer<AbstractTrace>> &hitTraces)
 {
     // A trace that was removed meanwhile is forgotten without a leave signal.
     if (!m_traces.containsLiving(m_hoveredTrace))
         m_hoveredTrace = nullptr;
     if (!m_traces.containsLiving(m_pressedTrace))
         m_pressedTrace = nullptr;
-    for (const MouseEventResponse &response : responses) {
-        if (!m_chart)
-            return;
-        dispatch(response);
-    }
+    for (std::size_t i = 0; i < responses.size() && m_chart; ++i)
+        dispatch(responses[i].event.get(), hitTraces[i]);
 }
 
-void MouseResponseDispatcher::dispatch(const MouseEventResponse &response)
+void MouseResponseDispatcher::dispatch(QMouseEvent *event, const Guard &hit)
 {
-    QMouseEvent *event = response.event.get();
-    AbstractTrace *trace = m_traces.containsLiving(response.trace) ? response.trace : nullptr;
+    const Guard trace = m_traces.containsLiving(hit) ? hit : nullptr;
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         press(event, trace);
@@ -64,7 +61,7 @@ void MouseResponseDispatcher::dispatch(const MouseEventResponse &response)
         doubleClick(event, trace);
         break;
     case QEvent::MouseMove:
-        move(response);
+        move(event, hit);
         break;
     case QEvent::HoverEnter:
         hoverEnter(event, trace);
@@ -99,18 +96,18 @@ void MouseResponseDispatcher::hoverLeave(QMouseEvent *event, AbstractTrace *trac
         Q_EMIT m_chart->hovered(&chartEvent, false);
 }
 
-void MouseResponseDispatcher::move(const MouseEventResponse &response)
+void MouseResponseDispatcher::move(QMouseEvent *event, const Guard &hit)
 {
-    if (response.trace == m_hoveredTrace)
+    if (hit == m_hoveredTrace)
         return;
-    ChartMouseEvent chartEvent(response.event.get(), nullptr);
+    ChartMouseEvent chartEvent(event, nullptr);
     if (m_hoveredTrace)
         Q_EMIT m_hoveredTrace->hovered(&chartEvent, false);
     if (!m_chart)
         return;
-    if (m_traces.containsLiving(response.trace)) {
-        m_hoveredTrace = response.trace;
-        Q_EMIT response.trace->hovered(&chartEvent, true);
+    if (m_traces.containsLiving(hit)) {
+        m_hoveredTrace = hit;
+        Q_EMIT hit->hovered(&chartEvent, true);
     } else {
         m_hoveredTrace = nullptr;
     }
@@ -123,7 +120,7 @@ void MouseResponseDispatcher::press(QMouseEvent *event, AbstractTrace *trace)
     offer(chartEvent, trace, &AbstractTrace::pressed, m_chart, &Chart::pressed);
 }
 
-void MouseResponseDispatcher::release(QMouseEvent *event, AbstractTrace *trace)
+void MouseResponseDispatcher::release(QMouseEvent *event, const Guard &trace)
 {
     ChartMouseEvent releaseEvent(event, nullptr);
     offer(releaseEvent, trace, &AbstractTrace::released, m_chart, &Chart::released);

@@ -30,17 +30,23 @@ class MouseResponseDispatcher
 public:
     MouseResponseDispatcher(Chart &chart, const TraceList &traces);
 
-    void dispatch(const std::vector<MouseEventResponse> &responses);
+    /*! \a hitTraces are the traces of \a responses, null where they exist no more: their addresses
+        may be those of other traces by now. */
+    void dispatch(const std::vector<MouseEventResponse> &responses,
+            const std::vector<QPointer<AbstractTrace>> &hitTraces);
 
 private:
-    void dispatch(const MouseEventResponse &response);
+    using Guard = QPointer<AbstractTrace>;
+
+    void dispatch(QMouseEvent *event, const Guard &hit);
     // Each takes the listed trace under the event, or null.
     void hoverEnter(QMouseEvent *event, AbstractTrace *trace);
     void hoverLeave(QMouseEvent *event, AbstractTrace *trace);
     void press(QMouseEvent *event, AbstractTrace *trace);
-    void release(QMouseEvent *event, AbstractTrace *trace);
+    void release(QMouseEvent *event, const Guard &trace);
     void doubleClick(QMouseEvent *event, AbstractTrace *trace);
-    void move(const MouseEventResponse &response);
+    // Takes the trace that was hit, whether it is listed or not.
+    void move(QMouseEvent *event, const Guard &hit);
 
     QPointer<Chart> m_chart;
     const TraceList &m_traces; // as long as the chart exists

@@ -11,6 +11,10 @@ namespace Charts {
 
 namespace {
 
+// More than any mouse sends between two frames. Nobody takes the events of a chart that is not drawn,
+// and an application that goes on handing on moves would fill the memory with them.
+constexpr int maxWaitingMoves = 10000;
+
 QPointF rounded(const QPointF &point)
 {
     return QPointF(roundToInt(point.x()), roundToInt(point.y()));
@@ -51,6 +55,12 @@ void PointerEventQueue::push(const QMouseEvent &event)
 
 void PointerEventQueue::push(QEvent::Type type, const QHoverEvent &event)
 {
+    if (type == QEvent::MouseMove && ++m_waitingMoves > maxWaitingMoves) {
+        // The last one tells where the pointer is. Clicks are never forgotten.
+        std::erase_if(
+                m_events, [](const auto &waiting) { return waiting->type() == QEvent::MouseMove; });
+        m_waitingMoves = 1;
+    }
     m_events.push_back(std::make_unique<QMouseEvent>(type, event.position(), event.scenePosition(),
             event.globalPosition(), m_lastButton, m_lastButtons, event.modifiers(),
             QPointingDevice::primaryPointingDevice()));

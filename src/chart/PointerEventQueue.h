@@ -32,15 +32,21 @@ public:
 
     /*! Queues a copy of \a event with its position rounded to whole pixels. */
     void push(const QMouseEvent &event);
-    /*! Queues a mouse event of \a type made from the hover event. */
+    /*! Queues a mouse event of \a type made from the hover event. Of more moves than can wait
+        between two frames the older ones are forgotten. */
     void push(QEvent::Type type, const QHoverEvent &event);
 
     [[nodiscard]] bool isEmpty() const { return m_events.empty(); }
-    /*! To be moved from. */
-    [[nodiscard]] std::vector<std::unique_ptr<QMouseEvent>> &events() { return m_events; }
+    /*! To be emptied, or moved from. */
+    [[nodiscard]] std::vector<std::unique_ptr<QMouseEvent>> &events()
+    {
+        m_waitingMoves = 0;
+        return m_events;
+    }
 
 private:
     std::vector<std::unique_ptr<QMouseEvent>> m_events;
+    int m_waitingMoves = 0;
     QPointF m_lastPosition;
     Qt::MouseButton m_lastButton = Qt::NoButton;
     Qt::MouseButtons m_lastButtons = Qt::NoButton;

@@ -69,11 +69,9 @@ bool TraceList::dropDestroyed()
 {
     if (std::erase_if(m_guards, [](const auto &guard) { return guard.isNull(); }) == 0)
         return false;
-    std::erase_if(m_traces, [this](const AbstractTrace *trace) {
-        return std::find(m_guards.begin(), m_guards.end(), trace) == m_guards.end();
-    });
-    const std::set<const AbstractTrace *> different(m_traces.begin(), m_traces.end());
-    m_repeatedCount = static_cast<int>(m_traces.size() - different.size());
+    const std::set<const AbstractTrace *> living(m_guards.begin(), m_guards.end());
+    std::erase_if(m_traces, [&](const AbstractTrace *trace) { return !living.contains(trace); });
+    m_repeatedCount = static_cast<int>(m_traces.size() - living.size());
     ++m_revision;
     return true;
 }

@@ -95,6 +95,7 @@ void GradientCurve::setContainsMouseMargin(int containsMouseMargin)
 
 bool GradientCurve::contains(const QPointF &point) const
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (!geometryTransform())
         return false;
     const QList<QPointF> points = geometryTransform()->points(p1(), p2());

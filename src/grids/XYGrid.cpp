@@ -4,6 +4,7 @@
 #include "GridColumns.h"
 #include "GridNode.h"
 #include "Rounding.h"
+#include "ThreadCheck.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,6 +88,7 @@ void XYGrid::geometryUpdate(const QRectF &newGeometry, const QRectF &oldGeometry
 
 void XYGrid::updateGeomerty()
 {
+    Q_ASSERT(isOnThreadOf(this));
     const QRect rect = roundedRect(boundingRect());
     std::tie(m_innerLines, m_labelValues) = innerLines(rect);
     m_outerLines = outerLines(rect);
@@ -94,6 +96,7 @@ void XYGrid::updateGeomerty()
 
 void XYGrid::updateLabels()
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_xLabels.clear();
     std::sort(m_labelValues.begin(), m_labelValues.end(), isBefore);
     for (const double value : m_labelValues)

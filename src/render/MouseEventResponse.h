@@ -26,8 +26,9 @@ struct MouseEventResponse
 
     std::unique_ptr<QMouseEvent> event;
     Target target = Target::Background;
-    /*! The trace that was hit, or null. It may have been removed or destroyed since: look it up
-        in the chart before using it. */
+    /*! The trace that was hit, or null. It exists when the answer is taken; it may have been removed
+        before, and be destroyed afterwards: guard it, and look it up in the chart before using
+        it. */
     AbstractTrace *trace = nullptr;
 };
 

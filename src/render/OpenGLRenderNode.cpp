@@ -141,6 +141,7 @@ void OpenGLRenderNode::render()
 
 void OpenGLRenderNode::renderVisual()
 {
+    Q_ASSERT(isOnThreadOf(this));
     if (m_framebuffers->isUsable()) {
         m_framebuffers->render()->bind();
         renderGL(false);
@@ -151,6 +152,7 @@ void OpenGLRenderNode::renderVisual()
 
 void OpenGLRenderNode::renderSelection()
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_picker->begin(m_traces.size());
     if (m_framebuffers->isUsable()) {
         m_framebuffers->selection()->bind();
@@ -161,12 +163,18 @@ void OpenGLRenderNode::renderSelection()
 
 void OpenGLRenderNode::renderGL(bool selection)
 {
+    Q_ASSERT(isOnThreadOf(this));
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     if (!m_vao.isCreated())
         m_vao.create();
     m_vao.bind();
-    m_program->bind();
+    if (m_program->isUsable())
+        m_program->bind();
     glClear(GL_COLOR_BUFFER_BIT);
+    if (!m_program->isUsable()) {
+        m_vao.release();
+        return;
+    }
     glEnableVertexAttribArray(TraceProgram::PointsLocation);
     glEnableVertexAttribArray(TraceProgram::OpacityLocation);
 
@@ -193,16 +201,22 @@ void OpenGLRenderNode::handleMouseEvents()
     if (!m_picker->hasEvents())
         return;
     m_window->beginExternalCommands();
-    m_picker->resolve([this](QMouseEvent *event) { return findTraceAtEvent(event); });
+    m_picker->resolve([this](QMouseEvent *event) { return pick(*event); });
     QOpenGLFramebufferObject::bindDefault();
     m_window->endExternalCommands();
 }
 
 AbstractTrace *OpenGLRenderNode::findTraceAtEvent(QMouseEvent *event)
 {
+    Q_ASSERT(isOnThreadOf(this));
+    return pick(*event);
+}
+
+QPointer<AbstractTrace> OpenGLRenderNode::pick(const QMouseEvent &event)
+{
     if (m_traces.empty() || !m_framebuffers->isUsable())
         return nullptr;
-    return m_picker->findTrace(*this, m_framebuffers->selection(), *event);
+    return m_picker->findTrace(*this, m_framebuffers->selection(), event);
 }
 
 QMatrix4x4 OpenGLRenderNode::mainMatrix(const ViewPort &viewPort) const
@@ -224,6 +238,7 @@ std::array<QMatrix4x4, 2> OpenGLRenderNode::boundingYMatricies(
 
 void OpenGLRenderNode::initGL()
 {
+    Q_ASSERT(isOnThreadOf(this));
     recreateFBO();
     m_program = std::make_unique<TraceProgram>();
     if (m_vao.isCreated() || m_vao.create())
@@ -237,6 +252,7 @@ void OpenGLRenderNode::initGL()
 
 void OpenGLRenderNode::recreateFBO()
 {
+    Q_ASSERT(isOnThreadOf(this));
     m_picker->forgetImage();
     QSGTexture *texture = m_framebuffers->create(m_window, m_textureSize, m_antialiasing);
     if (!m_imageNode) {
@@ -256,9 +272,11 @@ void OpenGLRenderNode::recreateFBO()
 
 void OpenGLRenderNode::hideImage()
 {
-    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
-    m_framebuffers->render()->bind();
-    glClear(GL_COLOR_BUFFER_BIT);
+    if (m_framebuffers->isUsable()) {
+        glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+        m_framebuffers->render()->bind();
+        glClear(GL_COLOR_BUFFER_BIT);
+    }
     setRect(QRectF());
     renderVisual();
 }

@@ -7,6 +7,7 @@
 #include "ViewPort.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtGui/QMatrix4x4>
 #include <QtGui/QOpenGLFunctions>
 #include <QtOpenGL/QOpenGLVertexArrayObject>
@@ -86,6 +87,7 @@ public:
             const ViewPort &viewPort, float pixel) const;
 
 private:
+    [[nodiscard]] QPointer<AbstractTrace> pick(const QMouseEvent &event);
     void hideImage();
 
     QQuickWindow *m_window = nullptr;

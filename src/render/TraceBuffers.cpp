@@ -51,10 +51,10 @@ void TraceBuffers::Buffer::update(TraceData &data)
 
 TraceBuffers::Buffer &TraceBuffers::bufferOf(const AbstractTrace *trace)
 {
-    auto &buffer = m_buffers[trace];
-    if (!buffer)
-        buffer = std::make_unique<Buffer>();
-    return *buffer;
+    Entry &entry = m_buffers[trace];
+    if (!entry.buffer)
+        entry = {std::make_unique<Buffer>(), trace};
+    return *entry.buffer;
 }
 
 void TraceBuffers::retain(const std::vector<AbstractTrace *> &traces)
@@ -64,7 +64,8 @@ void TraceBuffers::retain(const std::vector<AbstractTrace *> &traces)
     for (const AbstractTrace *trace : traces) {
         // A trace can be listed twice: its buffer has moved already then.
         const auto [slot, isNew] = retained.try_emplace(trace);
-        if (const auto known = m_buffers.find(trace); isNew && known != m_buffers.end())
+        const auto known = m_buffers.find(trace);
+        if (isNew && known != m_buffers.end() && known->second.trace)
             slot->second = std::move(known->second);
     }
     m_buffers = std::move(retained);

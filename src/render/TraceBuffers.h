@@ -2,6 +2,9 @@
 #ifndef CHARTS_TRACEBUFFERS_H
 #define CHARTS_TRACEBUFFERS_H
 
+#include "AbstractTrace.h"
+
+#include <QtCore/QPointer>
 #include <QtOpenGL/QOpenGLBuffer>
 
 #include <memory>
@@ -10,7 +13,6 @@
 
 namespace Charts {
 
-class AbstractTrace;
 class TraceData;
 
 /*!
@@ -44,7 +46,14 @@ public:
     void retain(const std::vector<AbstractTrace *> &traces);
 
 private:
-    std::unordered_map<const AbstractTrace *, std::unique_ptr<Buffer>> m_buffers;
+    struct Entry
+    {
+        std::unique_ptr<Buffer> buffer;
+        // Null once the trace is gone: another one may have its address by now.
+        QPointer<const AbstractTrace> trace;
+    };
+
+    std::unordered_map<const AbstractTrace *, Entry> m_buffers;
 };
 
 } // namespace Charts

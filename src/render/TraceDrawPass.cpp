@@ -112,8 +112,10 @@ void TraceDrawPass::drawFilled(const TraceData &data, const Matrices &matrices, 
     const int count = std::min(data.filledRange().size(), pointCount);
     if (data.filledRange().isEmpty() || count <= 0)
         return;
-    if (isLine)
-        m_gl.glLineWidth(data.width() + m_extraLineWidth);
+    // Others are an error, which leaves the width before in effect.
+    const float lineWidth = data.width() + m_extraLineWidth;
+    if (isLine && lineWidth > 0.0F)
+        m_gl.glLineWidth(lineWidth);
     for (const QMatrix4x4 &matrix : matrices) {
         m_program.setMatrix(matrix);
         m_gl.glDrawArrays(isLine ? GL_LINE_STRIP : GL_POINTS, 0, count);

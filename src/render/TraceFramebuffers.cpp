@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TraceFramebuffers.h"
 
+#include <QtGui/QImage>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
 #include <QtQuick/QQuickWindow>
@@ -35,26 +36,35 @@ int TraceFramebuffers::sampleCount(bool antialiasing)
 
 QSGTexture *TraceFramebuffers::create(QQuickWindow *window, const QSize &size, bool antialiasing)
 {
-    m_isUsable = isPossible(size) && makeImages(size, antialiasing);
-    if (!m_isUsable)
-        makeTransparentImages();
+    const int samples = sampleCount(antialiasing);
+    m_isUsable = isPossible(size);
+    if (m_isUsable) {
+        // Hard edges are better than nothing where the driver has no memory for samples.
+        m_isUsable = makeImages(size, samples) || (samples != 0 && makeImages(size, 0));
+    }
 
-    const auto &shown = m_resolve ? m_resolve : m_render;
     m_oldTexture = std::move(m_texture);
-    m_texture.reset(QNativeInterface::QSGOpenGLTexture::fromNative(
-            shown->texture(), window, shown->size(), QQuickWindow::TextureHasAlphaChannel));
+    if (m_isUsable) {
+        const auto &shown = m_resolve ? m_resolve : m_render;
+        m_texture.reset(QNativeInterface::QSGOpenGLTexture::fromNative(
+                shown->texture(), window, size, QQuickWindow::TextureHasAlphaChannel));
+    } else {
+        deleteImages();
+        QImage transparent(1, 1, QImage::Format_ARGB32_Premultiplied);
+        transparent.fill(Qt::transparent);
+        m_texture.reset(
+                window->createTextureFromImage(transparent, QQuickWindow::TextureHasAlphaChannel));
+    }
     return m_texture.get();
 }
 
-bool TraceFramebuffers::makeImages(const QSize &size, bool antialiasing)
+bool TraceFramebuffers::makeImages(const QSize &size, int samples)
 {
     QOpenGLFramebufferObjectFormat format;
     format.setAttachment(QOpenGLFramebufferObject::NoAttachment);
-    format.setSamples(sampleCount(antialiasing));
+    format.setSamples(samples);
 
-    m_render.reset();
-    m_resolve.reset();
-    m_selection.reset();
+    deleteImages();
     m_render = std::make_unique<QOpenGLFramebufferObject>(size, format);
     if (format.samples() != 0)
         m_resolve = std::make_unique<QOpenGLFramebufferObject>(size, GL_TEXTURE_2D);
@@ -62,13 +72,11 @@ bool TraceFramebuffers::makeImages(const QSize &size, bool antialiasing)
     return m_render->isValid() && (!m_resolve || m_resolve->isValid()) && m_selection->isValid();
 }
 
-void TraceFramebuffers::makeTransparentImages()
+void TraceFramebuffers::deleteImages()
 {
-    makeImages(QSize(1, 1), false);
-    QOpenGLFunctions *gl = QOpenGLContext::currentContext()->functions();
-    m_render->bind();
-    gl->glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
-    gl->glClear(GL_COLOR_BUFFER_BIT);
+    m_render.reset();
+    m_resolve.reset();
+    m_selection.reset();
 }
 
 void TraceFramebuffers::resolve()

@@ -31,20 +31,21 @@ public:
 
     /*! Replaces all images by new ones of \a size. Returns the texture to show; it replaces the
         one returned before, which is deleted with the next call of releaseOldTexture(). Where the
-        driver has no images of such a size, the texture is transparent and nothing is usable. */
+        driver has no samples to give, the images have one for each pixel; where it has no images of
+        such a size, the texture is transparent and there are none. */
     QSGTexture *create(QQuickWindow *window, const QSize &size, bool antialiasing);
     void releaseOldTexture() { m_oldTexture.reset(); }
 
-    /*! Whether there are images to draw into. */
     [[nodiscard]] bool isUsable() const { return m_isUsable; }
+    /*! The images to draw into: null unless isUsable(). */
     [[nodiscard]] QOpenGLFramebufferObject *render() const { return m_render.get(); }
     [[nodiscard]] QOpenGLFramebufferObject *selection() const { return m_selection.get(); }
     /*! Copies the multisampled image into the shown one, where they are two. */
     void resolve();
 
 private:
-    bool makeImages(const QSize &size, bool antialiasing);
-    void makeTransparentImages();
+    bool makeImages(const QSize &size, int samples);
+    void deleteImages();
 
     bool m_isUsable = false;
     std::unique_ptr<QSGTexture> m_oldTexture;

@@ -28,7 +28,7 @@ void TracePicker::push(std::vector<std::unique_ptr<QMouseEvent>> &&events)
             std::make_move_iterator(taken.end()));
 }
 
-AbstractTrace *TracePicker::findTrace(
+QPointer<AbstractTrace> TracePicker::findTrace(
         QOpenGLFunctions &gl, QOpenGLFramebufferObject *image, const QMouseEvent &event) const
 {
     const std::int64_t x = roundToInt(event.position().x());
@@ -50,6 +50,13 @@ AbstractTrace *TracePicker::findTrace(
 
 std::vector<MouseEventResponse> TracePicker::takeResponses()
 {
+    for (std::size_t i = 0; i < m_responses.size(); ++i) {
+        AbstractTrace *trace = m_hits[i];
+        m_responses[i].trace = trace;
+        m_responses[i].target =
+                trace ? MouseEventResponse::Target::Trace : MouseEventResponse::Target::Background;
+    }
+    m_hits.clear();
     return std::exchange(m_responses, {});
 }
 

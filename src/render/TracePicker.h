@@ -2,8 +2,10 @@
 #ifndef CHARTS_TRACEPICKER_H
 #define CHARTS_TRACEPICKER_H
 
+#include "AbstractTrace.h"
 #include "MouseEventResponse.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QVector3D>
 
 #include <cstddef>
@@ -17,13 +19,14 @@ QT_END_NAMESPACE
 
 namespace Charts {
 
-class AbstractTrace;
-
 /*!
     \internal
     Answers which trace lies under a mouse event. Each trace of the selection image has a colour
     that is its number; one pixel read gives the number back. Queues the events until they are
     resolved and keeps the answers until they are taken. Render thread only.
+
+    An image may show traces that exist no more, and another trace may have their address by now. So
+    traces are guarded from the image to the answer: what is gone is not hit.
 */
 class TracePicker
 {
@@ -44,27 +47,26 @@ public:
     [[nodiscard]] bool hasEvents() const { return !m_events.empty(); }
 
     /*! The trace under \a event, whose position is in pixels from the top left of \a image. */
-    [[nodiscard]] AbstractTrace *findTrace(
+    [[nodiscard]] QPointer<AbstractTrace> findTrace(
             QOpenGLFunctions &gl, QOpenGLFramebufferObject *image, const QMouseEvent &event) const;
     /*! Answers the events queued so far, in their order: each with what \a find gives for it. */
     template<typename Find>
     void resolve(Find &&find)
     {
         for (auto &event : m_events) {
-            AbstractTrace *trace = find(event.get());
-            m_responses.push_back({std::move(event),
-                    trace ? MouseEventResponse::Target::Trace
-                          : MouseEventResponse::Target::Background,
-                    trace});
+            m_hits.push_back(find(event.get()));
+            m_responses.push_back({.event = std::move(event)});
         }
         m_events.clear();
     }
+    /*! To be called while the GUI thread is blocked: the traces named exist until it goes on. */
     [[nodiscard]] std::vector<MouseEventResponse> takeResponses();
 
 private:
-    std::vector<AbstractTrace *> m_selectionTraces;
+    std::vector<QPointer<AbstractTrace>> m_selectionTraces;
     std::vector<std::unique_ptr<QMouseEvent>> m_events;
     std::vector<MouseEventResponse> m_responses;
+    std::vector<QPointer<AbstractTrace>> m_hits; // one a response
 };
 
 } // namespace Charts

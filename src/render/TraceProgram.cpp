@@ -93,7 +93,8 @@ TraceProgram::TraceProgram()
             QOpenGLShader::Fragment, isCore ? desktopFragmentSource : esFragmentSource);
     m_program.bindAttributeLocation("points", PointsLocation);
     m_program.bindAttributeLocation("opacity", OpacityLocation);
-    m_program.link();
+    if (!m_program.link())
+        return;
     m_program.bind();
 
     m_color = m_program.uniformLocation("color");

@@ -14,8 +14,8 @@ namespace Charts {
 /*!
     \internal
     The shader program that draws traces, with its uniforms by name. Lives on the render thread;
-    made, used and destroyed with the OpenGL context current. Compile errors are not checked: the
-    sources are fixed, and a driver that refuses them shows no traces.
+    made, used and destroyed with the OpenGL context current. Compile errors are not reported:
+    the sources are fixed, and a driver that refuses them shows no traces.
 */
 class TraceProgram
 {
@@ -27,6 +27,8 @@ public:
     /*! Compiles the variant that fits the current context, links it and leaves it bound. */
     TraceProgram();
 
+    /*! Whether the driver took it. Binding one that it refused would compile it again each time. */
+    [[nodiscard]] bool isUsable() const { return m_program.isLinked(); }
     void bind() { m_program.bind(); }
     void release() { m_program.release(); }
 

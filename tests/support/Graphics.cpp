@@ -10,9 +10,10 @@
 #include <array>
 #include <cstdlib>
 
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 // Mesa unloads its driver before the leak checker looks. A leak of the driver then has no name any
-// more by which it could be told from one of ours, so under the checker nothing is unloaded.
+// more by which it could be told from one of ours, so under the checker nothing is unloaded. The
+// checker of threads gives up when a library goes that it has been told about.
 extern "C" __attribute__((visibility("default"))) int dlclose(void *)
 {
     return 0;

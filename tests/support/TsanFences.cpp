@@ -5,22 +5,23 @@
 
     A distribution's Qt is not instrumented, and its QMutex, QSemaphore and atomic counters are inlined
     machine code: the sanitizer does not see them, and takes what one thread hands to another under
-    their protection for a race. (It does see QWaitCondition, which is made of pthread functions.) Here
-    the places are announced to it where Qt hands over between the threads that a chart works on.
-    Each function below stands in for Qt's own and calls it, or does the same.
+    their protection for a race. Here the places are announced to it where Qt hands over between the
+    threads that a chart works on. Each function below stands in for Qt's own and calls it, or does the
+    same. (What Qt and the graphics driver do with memory themselves is not looked at: tsan.supp.)
 
         GUI thread                       pool thread                       render thread
 
         QThreadPool::start()  --started-->  ThreadEngineBase::run()
                                               updateData() ...
         waitForFinished()   <--finished---    the end of run()
-        QWaitCondition::wait() ----------- blocked -------------> beforeSynchronizing
-                            <---------- (seen by itself) -------- end of the synchronisation
+
+        QWaitCondition::wait() ----------- blocked ------------->  beforeSynchronizing
+        it returns           <------ the condition itself -------  QWaitCondition::wakeOne()
 
     An announcement orders only what the announcing thread did before it. What the GUI thread does
     after waitForFinished() is not ordered with what a pool thread does after run(), nor is a pool
     thread with one that it did not start, nor what two render threads do, nor what the GUI thread
-    does while the render thread draws: races there are found.
+    does while the render thread draws: races there are found, tst_races looks after that.
 */
 
 #include <QtConcurrent/qtconcurrentthreadengine.h>
@@ -91,21 +92,31 @@ Q_COREAPP_STARTUP_FUNCTION(watchWindows)
 
 } // namespace
 
-// The render loop blocks the GUI thread in here.
+// The render loop blocks the GUI thread in here ...
 bool QWaitCondition::wait(QMutex *mutex, QDeadlineTimer deadline)
 {
     static const auto wait = qt<bool (*)(QWaitCondition *, QMutex *, QDeadlineTimer)>(
             "_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer");
     if (gettid() == getpid())
         __tsan_release(&blocked);
-    return wait(this, mutex, deadline);
+    const bool isWoken = wait(this, mutex, deadline);
+    __tsan_acquire(this);
+    return isWoken;
+}
+
+// ... until the render thread wakes it.
+void QWaitCondition::wakeOne()
+{
+    static const auto wakeOne = qt<void (*)(QWaitCondition *)>("_ZN14QWaitCondition7wakeOneEv");
+    __tsan_release(this);
+    wakeOne(this);
 }
 
 // QtConcurrent begins with this one ...
 void QThreadPool::start(QRunnable *runnable, int priority)
 {
-    static const auto start = qt<void (*)(QThreadPool *, QRunnable *, int)>(
-            "_ZN11QThreadPool5startEP9QRunnablei");
+    static const auto start =
+            qt<void (*)(QThreadPool *, QRunnable *, int)>("_ZN11QThreadPool5startEP9QRunnablei");
     __tsan_release(&started);
     start(this, runnable, priority);
 }
@@ -113,8 +124,8 @@ void QThreadPool::start(QRunnable *runnable, int priority)
 // ... and a thread of the pool that finds more to do calls others.
 bool QThreadPool::tryStart(QRunnable *runnable)
 {
-    static const auto tryStart = qt<bool (*)(QThreadPool *, QRunnable *)>(
-            "_ZN11QThreadPool8tryStartEP9QRunnable");
+    static const auto tryStart =
+            qt<bool (*)(QThreadPool *, QRunnable *)>("_ZN11QThreadPool8tryStartEP9QRunnable");
     __tsan_release(&started);
     return tryStart(this, runnable);
 }
@@ -139,16 +150,16 @@ void QtConcurrent::ThreadEngineBase::run()
 
 void QFutureInterfaceBase::reportFinished()
 {
-    static const auto reportFinished = qt<void (*)(QFutureInterfaceBase *)>(
-            "_ZN20QFutureInterfaceBase14reportFinishedEv");
+    static const auto reportFinished =
+            qt<void (*)(QFutureInterfaceBase *)>("_ZN20QFutureInterfaceBase14reportFinishedEv");
     __tsan_acquire(&finished);
     reportFinished(this);
 }
 
 void QFutureInterfaceBase::waitForFinished()
 {
-    static const auto waitForFinished = qt<void (*)(QFutureInterfaceBase *)>(
-            "_ZN20QFutureInterfaceBase15waitForFinishedEv");
+    static const auto waitForFinished =
+            qt<void (*)(QFutureInterfaceBase *)>("_ZN20QFutureInterfaceBase15waitForFinishedEv");
     waitForFinished(this);
     __tsan_acquire(&finished);
 }
