@@ -103,6 +103,11 @@ ensure_runtime_directory() {
 
 on_virtual_display() {
     ensure_runtime_directory
+    # With a file of its own: where xvfb-run cannot remove its folder, that hides the program's status.
+    local authority status=0
+    authority=$(mktemp "$XDG_RUNTIME_DIR/xauthority.XXXXXX")
     env -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb \
-        xvfb-run -a -s '-screen 0 1600x1200x24' "$@"
+        xvfb-run -a -f "$authority" -s '-screen 0 1600x1200x24' "$@" || status=$?
+    rm -f "$authority"
+    return "$status"
 }
