@@ -51,7 +51,8 @@ class CHARTS_EXPORT Curve : public ChartItem
         The second end, as \l p1. */
     Q_PROPERTY(QPointF p2 READ p2 WRITE setP2 NOTIFY p2Changed)
     /*! \qmlproperty real Curve::lineWidth
-        Width of the line in pixels, default 1. A relative change of at most 1e-12 is ignored. */
+        Width of the line in pixels, default 1. A relative change of at most 1e-12 is ignored. Bent
+        lines look best up to about 2: the bends of wider ones show small notches. */
     Q_PROPERTY(double lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
     /*! \qmlproperty color Curve::color
         Colour of the line, default gray. */
