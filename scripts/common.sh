@@ -17,7 +17,7 @@ run_packages=(
 )
 display_packages=(xvfb xauth)
 test_packages=(
-    qml6-module-qttest mesa-vulkan-drivers libvulkan1 qml-qt6 qmlscene-qt6 python3
+    libbenchmark-dev qml6-module-qttest mesa-vulkan-drivers libvulkan1 qml-qt6 qmlscene-qt6 python3
 )
 
 fail() { # EXIT_CODE MESSAGE
