@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DrawnLine.h"
+#include "Graphics.h"
 #include "WaveTrace.h"
 
 #include <QtCore/QRegularExpression>
@@ -16,7 +17,7 @@ class tst_Minimal : public QObject
     Q_OBJECT
 
 public:
-    static void initMain() { QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL); }
+    static void initMain() { Graphics::setUp(); }
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
