@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ComputedSignal.h"
 #include "GalleryScene.h"
+#include "Graphics.h"
 #include "LadderFilter.h"
 #include "LoadTrace.h"
 #include "NetworkPlot.h"
@@ -37,7 +38,7 @@ class tst_Gallery : public QObject
 public:
     static void initMain()
     {
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+        Graphics::setUp();
         QQuickStyle::setStyle(QStringLiteral("Basic"));
     }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "GalleryScene.h"
+#include "Graphics.h"
 #include "SpectrumAnalyzer.h"
 
 #include <ChartsLibrary/TraceData.h>
@@ -73,7 +74,7 @@ class tst_LimitsPage : public QObject
 public:
     static void initMain()
     {
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+        Graphics::setUp();
         QQuickStyle::setStyle(QStringLiteral("Basic"));
     }
 
