@@ -113,3 +113,15 @@ function(charts_add_render_test name)
             QT_QPA_PLATFORM=xcb CHARTS_TEST_GRAPHICS=${flavour} ${arg_ENVIRONMENT})
     endforeach()
 endfunction()
+
+set(opengl_flavours compat core es)
+
+# charts_add_render_variant(name flavour variant ENVIRONMENT_VARIABLE=VALUE ...)
+#
+# The test tst_name once more, in another environment: the scene graph on the GUI thread, OpenGL by way
+# of EGL, two device pixels for each pixel of an item.
+function(charts_add_render_variant name flavour variant)
+    add_test(NAME tst_${name}.${flavour}.${variant} COMMAND tst_${name})
+    _charts_test_properties(tst_${name}.${flavour}.${variant}
+        QT_QPA_PLATFORM=xcb CHARTS_TEST_GRAPHICS=${flavour} ${ARGN})
+endfunction()

@@ -19,15 +19,11 @@ target_include_directories(charts_lives_support PUBLIC lives ${CMAKE_CURRENT_LIS
 target_link_libraries(charts_lives_support PUBLIC
     charts_render_test_support ${CHARTS_XCB_LIBRARY})
 
-# In the long form a function may take longer than Qt allows it by default. CTest keeps the time.
-set(lives_environment QTEST_FUNCTION_TIMEOUT=3600000)
-
 function(charts_add_lives_test name)
     charts_add_render_test(tst_${name}
         FLAVOURS core
         SOURCES lives/tst_${name}.cpp
-        LIBRARIES charts_lives_support ${ARGN}
-        ENVIRONMENT ${lives_environment})
+        LIBRARIES charts_lives_support ${ARGN})
     set_tests_properties(tst_${name}.core PROPERTIES LABELS soak)
 endfunction()
 
@@ -38,8 +34,5 @@ charts_add_lives_test(embeddedlives Qt6::QuickWidgets)
 set_target_properties(tst_embeddedlives PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
 
 # The scene graph on the GUI thread.
-add_test(NAME tst_windowlives.core.basicloop COMMAND tst_windowlives)
-_charts_test_properties(tst_windowlives.core.basicloop
-    QT_QPA_PLATFORM=xcb CHARTS_TEST_GRAPHICS=core QSG_RENDER_LOOP=basic
-    ${lives_environment})
+charts_add_render_variant(windowlives core basicloop QSG_RENDER_LOOP=basic)
 set_tests_properties(tst_windowlives.core.basicloop PROPERTIES LABELS soak)

@@ -24,7 +24,5 @@ charts_add_render_test(tst_randomwalk
         walk/WalkStage.cpp
         walk/WalkStage.h
         walk/WalkTrace.h
-    LIBRARIES charts_render_test_support
-    # The long form takes minutes; Qt's own limit of five would end it under a sanitizer.
-    ENVIRONMENT QTEST_FUNCTION_TIMEOUT=3600000)
-set_tests_properties(tst_randomwalk.core PROPERTIES LABELS soak TIMEOUT 300)
+    LIBRARIES charts_render_test_support)
+set_tests_properties(tst_randomwalk.core PROPERTIES LABELS soak)

@@ -112,13 +112,7 @@ class tst_LongPointer : public QObject
     Q_OBJECT
 
 public:
-    static void initMain()
-    {
-        Graphics::setUp();
-        // Qt Test ends the program after five minutes in one function.
-        if (rounds(0, 1) == 1)
-            qputenv("QTEST_FUNCTION_TIMEOUT", "86400000");
-    }
+    static void initMain() { Graphics::setUp(); }
 
 private Q_SLOTS:
     void init();
