@@ -8,7 +8,6 @@
 #include "ShowUpdated.h"
 #include "ThreadCheck.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace Charts {
@@ -131,12 +130,7 @@ bool Curve::takeDirty()
 
 QRect Curve::pixelRect() const
 {
-    const QRectF rect = boundingRect();
-    // As QRectF::toRect(), but defined for sizes that no int can hold.
-    const int x = qRoundSaturated(rect.x());
-    const int y = qRoundSaturated(rect.y());
-    return {x, y, std::max(0, qRoundSaturated(rect.width() + (rect.x() - x) / 2)),
-            std::max(0, qRoundSaturated(rect.height() + (rect.y() - y) / 2))};
+    return toRectSaturated(boundingRect());
 }
 
 } // namespace Charts

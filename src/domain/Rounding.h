@@ -2,6 +2,10 @@
 #ifndef CHARTS_ROUNDING_H
 #define CHARTS_ROUNDING_H
 
+#include <QtCore/QRect>
+#include <QtCore/QRectF>
+
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -42,6 +46,23 @@ namespace Charts {
 [[nodiscard]] inline int qRoundSaturated(double value)
 {
     return truncateToInt(value >= 0.0 ? value + 0.5 : value - 0.5);
+}
+
+/*!
+    \internal
+    QRectF::toRect() of a rectangle of any size. A negative size becomes an empty one: nothing is drawn
+    in either, and QRect overflows at the lowest, as it does where the far edge is beyond all ints.
+*/
+[[nodiscard]] inline QRect toRectSaturated(const QRectF &rect)
+{
+    const int x = qRoundSaturated(rect.x());
+    const int y = qRoundSaturated(rect.y());
+    const auto length = [](double value, int start) {
+        return std::clamp(
+                qRoundSaturated(value), 0, std::numeric_limits<int>::max() - std::max(0, start));
+    };
+    return {x, y, length(rect.width() + (rect.x() - x) / 2, x),
+            length(rect.height() + (rect.y() - y) / 2, y)};
 }
 
 } // namespace Charts

@@ -23,12 +23,10 @@ enum Container : std::size_t {
 
 using XYGridNode = GridNode<ContainerCount>;
 
-/*! QRectF::toRect() of a rectangle at the origin, of any size. A negative size becomes an empty one:
-    nothing is drawn in either, and QRect overflows at the lowest. */
+/*! The item in whole pixels: its lines start at its corner. */
 QRect roundedRect(const QRectF &rect)
 {
-    return {0, 0, std::max(0, qRoundSaturated(rect.width())),
-            std::max(0, qRoundSaturated(rect.height()))};
+    return toRectSaturated({QPointF(), rect.size()});
 }
 
 /*! Ascending, with each NaN behind all numbers: sorting needs an order among them, too. */

@@ -56,6 +56,8 @@ private Q_SLOTS:
     void roundsAsQtDoes_data();
     void roundsAsQtDoes();
     void asQRound();
+    void rectangles_data();
+    void rectangles();
 };
 
 void tst_Rounding::init()
@@ -174,6 +176,29 @@ void tst_Rounding::asQRound()
         QCOMPARE(qRoundSaturated(value), qRound(value));
     for (double value = -4.0; value < 4.0; value += 0.03125)
         QCOMPARE(qRoundSaturated(value), qRound(value));
+}
+
+void tst_Rounding::rectangles_data()
+{
+    QTest::addColumn<QRectF>("rect");
+    QTest::addColumn<QRect>("pixels");
+
+    constexpr int most = std::numeric_limits<int>::max();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    QTest::newRow("whole pixels") << QRectF(0, 0, 20, 10) << QRect(0, 0, 20, 10);
+    QTest::newRow("halves away from zero") << QRectF(0, 0, 20.5, 10.4) << QRect(0, 0, 21, 10);
+    // Half of what the position loses goes to the size.
+    QTest::newRow("moved") << QRectF(0.4, -0.4, 20.3, 10.3) << QRect(0, 0, 21, 10);
+    QTest::newRow("negative") << QRectF(0, 0, -20, -1e300) << QRect(0, 0, 0, 0);
+    QTest::newRow("infinite") << QRectF(0, 0, infinity, -infinity) << QRect(0, 0, most, 0);
+    QTest::newRow("edge beyond all ints")
+            << QRectF(5, 7, 1e300, 1e300) << QRect(5, 7, most - 5, most - 7);
+}
+
+void tst_Rounding::rectangles()
+{
+    QFETCH(QRectF, rect);
+    QTEST(toRectSaturated(rect), "pixels");
 }
 
 QTEST_GUILESS_MAIN(tst_Rounding)
