@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "GlCounters.h"
+
+#include <QtGui/qopengl.h>
+
+#include <dlfcn.h>
+
+#include <array>
+#include <atomic>
+#include <string_view>
+
+namespace {
+
+using Procedure = void (*)();
+
+struct Sums
+{
+    std::atomic<qint64> drawCalls = 0;
+    std::atomic<qint64> uploadedBytes = 0;
+    std::atomic<qint64> allocatedBytes = 0;
+    std::atomic<qint64> passes = 0;
+    std::atomic<qint64> readBacks = 0;
+};
+
+Sums sums;
+std::atomic<int> sampleCount = 0;
+
+void add(std::atomic<qint64> &counter, qint64 value)
+{
+    counter.fetch_add(value, std::memory_order_relaxed);
+}
+
+/*! The wrapper of one function: what \a observe makes of the arguments, then the driver's own. */
+template<auto observe, typename... Arguments>
+struct Wrapper
+{
+    using Pointer = void(QOPENGLF_APIENTRY *)(Arguments...);
+    static inline std::atomic<Pointer> real = nullptr;
+
+    static void QOPENGLF_APIENTRY call(Arguments... arguments)
+    {
+        observe(arguments...);
+        real.load(std::memory_order_relaxed)(arguments...);
+    }
+
+    static Procedure wrap(Procedure procedure)
+    {
+        real = reinterpret_cast<Pointer>(procedure);
+        return reinterpret_cast<Procedure>(&call);
+    }
+};
+
+constexpr auto countDraw = [](auto...) { add(sums.drawCalls, 1); };
+// Another type for another function: wrappers are told apart by it.
+constexpr auto countElementsDraw = [](auto...) { add(sums.drawCalls, 1); };
+constexpr auto countPass = [](GLbitfield) { add(sums.passes, 1); };
+constexpr auto countReadBack = [](auto...) { add(sums.readBacks, 1); };
+constexpr auto countUpload = [](GLenum, GLintptr, GLsizeiptr bytes, const void *) {
+    add(sums.uploadedBytes, bytes);
+};
+constexpr auto countAllocation = [](GLenum, GLsizeiptr bytes, const void *data, GLenum) {
+    add(data ? sums.uploadedBytes : sums.allocatedBytes, bytes);
+};
+constexpr auto noteSamples = [](GLenum, GLsizei samples, GLenum, GLsizei, GLsizei) {
+    sampleCount = samples;
+};
+
+struct Entry
+{
+    std::string_view name;
+    Procedure (*wrap)(Procedure);
+};
+
+constexpr std::array entries = {
+        Entry{"glDrawArrays", &Wrapper<countDraw, GLenum, GLint, GLsizei>::wrap},
+        Entry{"glDrawElements",
+                &Wrapper<countElementsDraw, GLenum, GLsizei, GLenum, const void *>::wrap},
+        Entry{"glClear", &Wrapper<countPass, GLbitfield>::wrap},
+        Entry{"glReadPixels", &Wrapper<countReadBack, GLint, GLint, GLsizei, GLsizei, GLenum,
+                                      GLenum, void *>::wrap},
+        Entry{"glBufferSubData",
+                &Wrapper<countUpload, GLenum, GLintptr, GLsizeiptr, const void *>::wrap},
+        Entry{"glBufferData",
+                &Wrapper<countAllocation, GLenum, GLsizeiptr, const void *, GLenum>::wrap},
+        Entry{"glRenderbufferStorageMultisample",
+                &Wrapper<noteSamples, GLenum, GLsizei, GLenum, GLsizei, GLsizei>::wrap},
+};
+
+using LookUp = Procedure (*)(const char *);
+
+Procedure lookUp(LookUp real, const char *name)
+{
+    const Procedure procedure = real(name);
+    for (const Entry &entry : entries) {
+        if (procedure && entry.name == name)
+            return entry.wrap(procedure);
+    }
+    return procedure;
+}
+
+LookUp nextOf(const char *name)
+{
+    return reinterpret_cast<LookUp>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+extern "C" {
+
+__attribute__((visibility("default"))) Procedure glXGetProcAddressARB(const char *name)
+{
+    static const LookUp real = nextOf("glXGetProcAddressARB");
+    return lookUp(real, name);
+}
+
+__attribute__((visibility("default"))) Procedure glXGetProcAddress(const char *name)
+{
+    static const LookUp real = nextOf("glXGetProcAddress");
+    return lookUp(real, name);
+}
+
+__attribute__((visibility("default"))) Procedure eglGetProcAddress(const char *name)
+{
+    static const LookUp real = nextOf("eglGetProcAddress");
+    return lookUp(real, name);
+}
+}
+
+GlCounters GlCounters::now()
+{
+    return {sums.drawCalls, sums.uploadedBytes, sums.allocatedBytes, sums.passes, sums.readBacks};
+}
+
+int GlCounters::samples()
+{
+    return sampleCount;
+}
+
+GlCounters &GlCounters::operator+=(const GlCounters &other)
+{
+    drawCalls += other.drawCalls;
+    uploadedBytes += other.uploadedBytes;
+    allocatedBytes += other.allocatedBytes;
+    passes += other.passes;
+    readBacks += other.readBacks;
+    return *this;
+}
+
+GlCounters GlCounters::operator-(const GlCounters &other) const
+{
+    return {drawCalls - other.drawCalls, uploadedBytes - other.uploadedBytes,
+            allocatedBytes - other.allocatedBytes, passes - other.passes,
+            readBacks - other.readBacks};
+}
+
+QJsonObject GlCounters::perFrame(int frames) const
+{
+    const auto each = [frames](qint64 count) { return static_cast<double>(count) / frames; };
+    return {
+            {QStringLiteral("draw_calls"), each(drawCalls)},
+            {QStringLiteral("uploaded_bytes"), each(uploadedBytes)},
+            {QStringLiteral("allocated_bytes"), each(allocatedBytes)},
+            {QStringLiteral("passes"), each(passes)},
+            {QStringLiteral("read_backs"), each(readBacks)},
+    };
+}
