@@ -75,7 +75,7 @@ void Chart::addTrace(AbstractTrace *trace)
         while (m_traces->contains(trace))
             detach(trace);
     });
-    resortTraces();
+    m_traces->sort();
     m_tracesDirty = true;
 }
 

@@ -37,7 +37,9 @@ bool isNull(const QRectF &rect)
 
 QVector3D rgb(const QColor &color)
 {
-    return {color.redF(), color.greenF(), color.blueF()};
+    // Once, not for each component.
+    const QColor rgb = color.toRgb();
+    return {rgb.redF(), rgb.greenF(), rgb.blueF()};
 }
 
 } // namespace
@@ -75,7 +77,10 @@ void OpenGLRenderNode::setRect(const QRectF &rect)
 void OpenGLRenderNode::setTraceData(bool tracesDirty, const std::vector<AbstractTrace *> &traces)
 {
     Q_ASSERT(isOnThreadOf(this));
-    m_traces = traces;
+    if (traces != m_traces) {
+        m_traces = traces;
+        m_buffers->forgetOrder(m_traces.size());
+    }
     if (tracesDirty) {
         m_buffers->retain(m_traces);
     } else {
@@ -178,19 +183,21 @@ void OpenGLRenderNode::renderGL(bool selection)
     glEnableVertexAttribArray(TraceProgram::PointsLocation);
     glEnableVertexAttribArray(TraceProgram::OpacityLocation);
 
-    TraceDrawPass pass(*this, *m_program, *m_buffers, m_textureSize);
+    TraceDrawPass pass(*this, *m_program, m_textureSize);
     if (selection)
         pass.setExtraLineWidth(selectionExtraLineWidth);
 
-    std::size_t index = 0;
-    for (AbstractTrace *trace : m_traces) {
+    std::size_t drawnCount = 0;
+    for (std::size_t i = 0; i < m_traces.size(); ++i) {
+        AbstractTrace *trace = m_traces[i];
         TraceData &data = *trace->traceData();
         if (!data.visible())
             continue;
         if (selection)
-            m_picker->record(index, trace);
-        pass.draw(trace, data, selection ? TracePicker::colorOf(index) : rgb(data.color()));
-        ++index;
+            m_picker->record(drawnCount, trace);
+        pass.draw(m_buffers->bufferOf(trace, i), data,
+                selection ? TracePicker::colorOf(drawnCount) : rgb(data.color()));
+        ++drawnCount;
     }
     m_vao.release();
 }

@@ -49,11 +49,14 @@ void TraceBuffers::Buffer::update(TraceData &data)
     }
 }
 
-TraceBuffers::Buffer &TraceBuffers::bufferOf(const AbstractTrace *trace)
+TraceBuffers::Buffer &TraceBuffers::bufferOf(const AbstractTrace *trace, std::size_t index)
 {
+    if (Buffer *known = m_inOrder[index])
+        return *known;
     Entry &entry = m_buffers[trace];
     if (!entry.buffer)
         entry = {std::make_unique<Buffer>(), trace};
+    m_inOrder[index] = entry.buffer.get();
     return *entry.buffer;
 }
 
@@ -69,6 +72,7 @@ void TraceBuffers::retain(const std::vector<AbstractTrace *> &traces)
             slot->second = std::move(known->second);
     }
     m_buffers = std::move(retained);
+    forgetOrder(traces.size());
 }
 
 } // namespace Charts

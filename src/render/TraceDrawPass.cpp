@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TraceDrawPass.h"
 
-#include "TraceBuffers.h"
 #include "TraceData.h"
 #include "TraceMatrices.h"
 #include "TraceProgram.h"
@@ -43,22 +42,26 @@ private:
 
 } // namespace
 
-TraceDrawPass::TraceDrawPass(QOpenGLFunctions &gl, TraceProgram &program, TraceBuffers &buffers,
-        const QSize &textureSize)
+TraceDrawPass::TraceDrawPass(QOpenGLFunctions &gl, TraceProgram &program, const QSize &textureSize)
     : m_gl(gl)
     , m_program(program)
-    , m_buffers(buffers)
     , m_textureSize(textureSize)
+    , m_mainMatrix(TraceMatrices::main(m_viewPort))
 {
 }
 
-void TraceDrawPass::draw(const AbstractTrace *trace, TraceData &data, const QVector3D &color)
+TraceDrawPass::~TraceDrawPass()
+{
+    TraceBuffers::releaseAny();
+}
+
+void TraceDrawPass::draw(TraceBuffers::Buffer &buffer, TraceData &data, const QVector3D &color)
 {
     const ViewPort &viewPort = data.viewPort();
     const PixelSize pixel = applyViewport(data);
     m_program.setColor(color);
 
-    const QMatrix4x4 main = TraceMatrices::main(viewPort);
+    const QMatrix4x4 &main = mainMatrix(viewPort);
     MatrixList matrices(main);
 
     // Clamping stops one pixel inside the edge, so that what lies outside stays visible on it.
@@ -74,7 +77,6 @@ void TraceDrawPass::draw(const AbstractTrace *trace, TraceData &data, const QVec
     else if (data.boundingX() == BoundingMethod::ExtraMatrices)
         matrices.append(TraceMatrices::boundingX(main, viewPort, pixel.x));
 
-    TraceBuffers::Buffer &buffer = m_buffers.bufferOf(trace);
     buffer.update(data);
     m_gl.glVertexAttribPointer(TraceProgram::PointsLocation, 2, GL_FLOAT, GL_FALSE,
             sizeof(TracePoint), reinterpret_cast<const void *>(offsetof(TracePoint, x)));
@@ -82,22 +84,41 @@ void TraceDrawPass::draw(const AbstractTrace *trace, TraceData &data, const QVec
             sizeof(TracePoint), reinterpret_cast<const void *>(offsetof(TracePoint, opacity)));
 
     drawFilled(data, matrices, buffer.pointCount());
-    buffer.release();
+}
+
+const QMatrix4x4 &TraceDrawPass::mainMatrix(const ViewPort &viewPort)
+{
+    if (viewPort != m_viewPort) {
+        m_viewPort = viewPort;
+        m_mainMatrix = TraceMatrices::main(viewPort);
+    }
+    return m_mainMatrix;
 }
 
 TraceDrawPass::PixelSize TraceDrawPass::applyViewport(const TraceData &data)
 {
-    const int width = m_textureSize.width();
-    const int height = m_textureSize.height();
-    const ViewPort &viewPort = data.viewPort();
-    if (!data.squaredViewPort()) {
-        m_gl.glViewport(0, 0, width, height);
-        return {viewPort.width / static_cast<float>(width),
-                viewPort.height / static_cast<float>(height)};
+    QRect area(QPoint(0, 0), m_textureSize);
+    if (data.squaredViewPort()) {
+        const int side = std::min(area.width(), area.height());
+        area = QRect((area.width() - side) / 2, (area.height() - side) / 2, side, side);
     }
-    const int side = std::min(width, height);
-    m_gl.glViewport((width - side) / 2, (height - side) / 2, side, side);
-    return {viewPort.width / static_cast<float>(side), viewPort.height / static_cast<float>(side)};
+    if (area != m_area) {
+        m_area = area;
+        m_gl.glViewport(area.x(), area.y(), area.width(), area.height());
+    }
+    const ViewPort &viewPort = data.viewPort();
+    return {viewPort.width / static_cast<float>(area.width()),
+            viewPort.height / static_cast<float>(area.height())};
+}
+
+void TraceDrawPass::setLineWidth(float width)
+{
+    // Others are an error, which leaves the width before in effect.
+    const bool isPossible = width > 0.0F;
+    if (!isPossible || width == m_lineWidth)
+        return;
+    m_lineWidth = width;
+    m_gl.glLineWidth(width);
 }
 
 template<typename Matrices>
@@ -112,10 +133,8 @@ void TraceDrawPass::drawFilled(const TraceData &data, const Matrices &matrices, 
     const int count = std::min(data.filledRange().size(), pointCount);
     if (data.filledRange().isEmpty() || count <= 0)
         return;
-    // Others are an error, which leaves the width before in effect.
-    const float lineWidth = data.width() + m_extraLineWidth;
-    if (isLine && lineWidth > 0.0F)
-        m_gl.glLineWidth(lineWidth);
+    if (isLine)
+        setLineWidth(data.width() + m_extraLineWidth);
     for (const QMatrix4x4 &matrix : matrices) {
         m_program.setMatrix(matrix);
         m_gl.glDrawArrays(isLine ? GL_LINE_STRIP : GL_POINTS, 0, count);

@@ -2,7 +2,12 @@
 #ifndef CHARTS_TRACEDRAWPASS_H
 #define CHARTS_TRACEDRAWPASS_H
 
+#include "TraceBuffers.h"
+#include "ViewPort.h"
+
+#include <QtCore/QRect>
 #include <QtCore/QSize>
+#include <QtGui/QMatrix4x4>
 
 QT_BEGIN_NAMESPACE
 class QOpenGLFunctions;
@@ -11,8 +16,6 @@ QT_END_NAMESPACE
 
 namespace Charts {
 
-class AbstractTrace;
-class TraceBuffers;
 class TraceData;
 class TraceProgram;
 
@@ -20,17 +23,21 @@ class TraceProgram;
     \internal
     Draws traces one by one into the bound framebuffer: viewport, colour, bounding, upload, one draw
     call a matrix. A short-lived object on the render thread; program and vertex array are bound.
+
+    Traces that follow each other are mostly alike. What they share is set once.
 */
 class TraceDrawPass
 {
 public:
-    TraceDrawPass(QOpenGLFunctions &gl, TraceProgram &program, TraceBuffers &buffers,
-            const QSize &textureSize);
+    TraceDrawPass(QOpenGLFunctions &gl, TraceProgram &program, const QSize &textureSize);
+    ~TraceDrawPass();
+    TraceDrawPass(const TraceDrawPass &) = delete;
+    TraceDrawPass &operator=(const TraceDrawPass &) = delete;
 
     /*! Pixels by which every line is drawn wider than its trace says. */
     void setExtraLineWidth(float pixels) { m_extraLineWidth = pixels; }
 
-    void draw(const AbstractTrace *trace, TraceData &data, const QVector3D &color);
+    void draw(TraceBuffers::Buffer &buffer, TraceData &data, const QVector3D &color);
 
 private:
     struct PixelSize
@@ -40,14 +47,21 @@ private:
     };
 
     PixelSize applyViewport(const TraceData &data);
+    [[nodiscard]] const QMatrix4x4 &mainMatrix(const ViewPort &viewPort);
+    void setLineWidth(float width);
     template<typename Matrices>
     void drawFilled(const TraceData &data, const Matrices &matrices, int pointCount);
 
     QOpenGLFunctions &m_gl;
     TraceProgram &m_program;
-    TraceBuffers &m_buffers;
     QSize m_textureSize;
     float m_extraLineWidth = 0.0F;
+
+    // What is set at the driver, and what the matrix was made for. At first nothing is.
+    QRect m_area;
+    float m_lineWidth = 0.0F;
+    ViewPort m_viewPort;
+    QMatrix4x4 m_mainMatrix;
 };
 
 } // namespace Charts

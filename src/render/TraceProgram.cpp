@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "TraceProgram.h"
 
-#include <QtGui/QMatrix4x4>
 #include <QtGui/QOpenGLContext>
-#include <QtGui/QVector3D>
 
 namespace Charts {
 
@@ -97,52 +95,27 @@ TraceProgram::TraceProgram()
         return;
     m_program.bind();
 
-    m_color = m_program.uniformLocation("color");
-    m_matrix = m_program.uniformLocation("matrix");
-    m_minY = m_program.uniformLocation("minY");
-    m_maxY = m_program.uniformLocation("maxY");
-    m_enableBoundingY = m_program.uniformLocation("enableBoundingY");
-    m_minX = m_program.uniformLocation("minX");
-    m_maxX = m_program.uniformLocation("maxX");
-    m_enableBoundingX = m_program.uniformLocation("enableBoundingX");
-    m_pointSize = m_program.uniformLocation("pointSize");
-}
-
-void TraceProgram::setColor(const QVector3D &color)
-{
-    m_program.setUniformValue(m_color, color);
-}
-
-void TraceProgram::setMatrix(const QMatrix4x4 &matrix)
-{
-    m_program.setUniformValue(m_matrix, matrix);
-}
-
-void TraceProgram::setPointSize(float diameter)
-{
-    m_program.setUniformValue(m_pointSize, diameter);
-}
-
-void TraceProgram::enableBoundingX(bool enabled)
-{
-    m_program.setUniformValue(m_enableBoundingX, static_cast<GLint>(enabled));
-}
-
-void TraceProgram::enableBoundingY(bool enabled)
-{
-    m_program.setUniformValue(m_enableBoundingY, static_cast<GLint>(enabled));
+    m_color.locate(m_program, "color");
+    m_matrix.locate(m_program, "matrix");
+    m_minY.locate(m_program, "minY");
+    m_maxY.locate(m_program, "maxY");
+    m_enableBoundingY.locate(m_program, "enableBoundingY");
+    m_minX.locate(m_program, "minX");
+    m_maxX.locate(m_program, "maxX");
+    m_enableBoundingX.locate(m_program, "enableBoundingX");
+    m_pointSize.locate(m_program, "pointSize");
 }
 
 void TraceProgram::setBoundsX(float min, float max)
 {
-    m_program.setUniformValue(m_minX, min);
-    m_program.setUniformValue(m_maxX, max);
+    m_minX.set(m_program, min);
+    m_maxX.set(m_program, max);
 }
 
 void TraceProgram::setBoundsY(float min, float max)
 {
-    m_program.setUniformValue(m_minY, min);
-    m_program.setUniformValue(m_maxY, max);
+    m_minY.set(m_program, min);
+    m_maxY.set(m_program, max);
 }
 
 } // namespace Charts

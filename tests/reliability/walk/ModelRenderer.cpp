@@ -96,7 +96,10 @@ Work ModelRenderer::workOf(const Sketches &image)
 {
     Work work;
     for (const Sketch &sketch : image.traces) {
-        work.viewports.append(viewportOf(sketch.look, image.size));
+        // The viewport stays in effect from one trace to the next.
+        const QRect viewport = viewportOf(sketch.look, image.size);
+        if (work.viewports.isEmpty() || work.viewports.last() != viewport)
+            work.viewports.append(viewport);
         if (sketch.points.empty())
             continue;
         // Once, and twice more for each axis whose ends are drawn by further matrices.

@@ -86,7 +86,7 @@ struct Bounds
 struct Work
 {
     int drawCalls = 0;
-    /*! One for each trace drawn. */
+    /*! One for each trace drawn, unless the one before had the same. */
     QList<QRect> viewports;
     /*! Multisampled images become plain ones. */
     Bounds blits;

@@ -62,10 +62,9 @@ public:
                 .draws = log.count("glDrawArrays"),
                 .uploads = log.count("glBufferSubData"),
                 .reads = log.count("glReadPixels")};
-        // One width for each of the two traces.
+        // Both lines have one width, which is set once a pass.
         for (const GlProbe::Call &call : log.calls("glLineWidth"))
             costs.selectionPasses += call.argument(0) == 9.0 ? 1 : 0;
-        costs.selectionPasses /= 2;
         return costs;
     }
     /*! What was said after one more frame, which takes the answers. */
