@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 # What is installed: the library, its headers as <ChartsLibrary/Name.h>, the CMake package with the
 # target Charts::ChartsLibrary, a pkg-config file, and the QML module where Qt looks for modules
-# when the prefix is Qt's own.
+# when the prefix is Qt's own. In three components, which can be installed apart: Runtime, QmlModule
+# and Development.
 include(CMakePackageConfigHelpers)
 
 set(CHARTS_INSTALL_QMLDIR ${QT6_INSTALL_QML} CACHE STRING
@@ -12,16 +13,19 @@ set(charts_module_dir ${CHARTS_INSTALL_QMLDIR}/zel/charts)
 
 install(TARGETS ChartsLibrary
     EXPORT ChartsLibraryTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        COMPONENT Runtime NAMELINK_COMPONENT Development)
 install(EXPORT ChartsLibraryTargets
     NAMESPACE Charts::
-    DESTINATION ${charts_package_dir})
+    DESTINATION ${charts_package_dir}
+    COMPONENT Development)
 
 get_target_property(charts_public_headers ChartsLibrary CHARTS_PUBLIC_HEADERS)
 install(FILES
         ${charts_public_headers}
         ${PROJECT_BINARY_DIR}/include/ChartsLibrary/ChartsExport.h
-    DESTINATION ${charts_header_dir})
+    DESTINATION ${charts_header_dir}
+    COMPONENT Development)
 
 # The plugin finds the library wherever the tree is moved to.
 file(RELATIVE_PATH charts_plugin_to_library
@@ -29,11 +33,12 @@ file(RELATIVE_PATH charts_plugin_to_library
 set_target_properties(ChartsLibraryplugin PROPERTIES
     INSTALL_RPATH "$ORIGIN/${charts_plugin_to_library}")
 install(TARGETS ChartsLibraryplugin
-    LIBRARY DESTINATION ${charts_module_dir})
+    LIBRARY DESTINATION ${charts_module_dir} COMPONENT QmlModule)
 install(FILES
         ${PROJECT_BINARY_DIR}/qml/zel/charts/qmldir
         ${PROJECT_BINARY_DIR}/qml/zel/charts/ChartsLibrary.qmltypes
-    DESTINATION ${charts_module_dir})
+    DESTINATION ${charts_module_dir}
+    COMPONENT QmlModule)
 
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/ChartsLibraryConfig.cmake.in
@@ -46,11 +51,13 @@ write_basic_package_version_file(
 install(FILES
         ${PROJECT_BINARY_DIR}/ChartsLibraryConfig.cmake
         ${PROJECT_BINARY_DIR}/ChartsLibraryConfigVersion.cmake
-    DESTINATION ${charts_package_dir})
+    DESTINATION ${charts_package_dir}
+    COMPONENT Development)
 
 # As the rest of the tree, it holds wherever it is installed or moved to.
 file(RELATIVE_PATH charts_pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(
     ${PROJECT_SOURCE_DIR}/cmake/ChartsLibrary.pc.in ${PROJECT_BINARY_DIR}/ChartsLibrary.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ChartsLibrary.pc
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT Development)

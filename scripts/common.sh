@@ -16,9 +16,15 @@ run_packages=(
     qml6-module-qtquick-templates qml6-module-qtquick-controls
 )
 display_packages=(xvfb xauth)
+package_packages=(dpkg-dev file)
+bench_packages=(libbenchmark-dev qt6-charts-dev qml6-module-qtcharts python3)
 test_packages=(
     libbenchmark-dev qml6-module-qttest mesa-vulkan-drivers libvulkan1 qml-qt6 qmlscene-qt6 python3
+    clang-format
+    qt6-documentation-tools
 )
+tidy_packages=(clang-tidy)
+coverage_packages=(gcovr)
 
 fail() { # EXIT_CODE MESSAGE
     printf '%s: %s\n' "$(basename "$0")" "$2" >&2

@@ -20,6 +20,7 @@ struct Sums
     std::atomic<qint64> allocatedBytes = 0;
     std::atomic<qint64> passes = 0;
     std::atomic<qint64> readBacks = 0;
+    std::atomic<qint64> textureBytes = 0;
 };
 
 Sums sums;
@@ -61,6 +62,20 @@ constexpr auto countUpload = [](GLenum, GLintptr, GLsizeiptr bytes, const void *
 constexpr auto countAllocation = [](GLenum, GLsizeiptr bytes, const void *data, GLenum) {
     add(data ? sums.uploadedBytes : sums.allocatedBytes, bytes);
 };
+qint64 textureSize(GLsizei width, GLsizei height, GLenum format)
+{
+    const bool isOneChannel = format == GL_RED || format == GL_ALPHA;
+    return qint64{width} * height * (isOneChannel ? 1 : 4);
+}
+
+constexpr auto countTexture = [](GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint,
+                                      GLenum format, GLenum, const void *data) {
+    add(sums.textureBytes, data ? textureSize(width, height, format) : 0);
+};
+constexpr auto countTexturePart = [](GLenum, GLint, GLint, GLint, GLsizei width, GLsizei height,
+                                          GLenum format, GLenum, const void *) {
+    add(sums.textureBytes, textureSize(width, height, format));
+};
 constexpr auto noteSamples = [](GLenum, GLsizei samples, GLenum, GLsizei, GLsizei) {
     sampleCount = samples;
 };
@@ -82,6 +97,10 @@ constexpr std::array entries = {
                 &Wrapper<countUpload, GLenum, GLintptr, GLsizeiptr, const void *>::wrap},
         Entry{"glBufferData",
                 &Wrapper<countAllocation, GLenum, GLsizeiptr, const void *, GLenum>::wrap},
+        Entry{"glTexImage2D", &Wrapper<countTexture, GLenum, GLint, GLint, GLsizei, GLsizei, GLint,
+                                      GLenum, GLenum, const void *>::wrap},
+        Entry{"glTexSubImage2D", &Wrapper<countTexturePart, GLenum, GLint, GLint, GLint, GLsizei,
+                                         GLsizei, GLenum, GLenum, const void *>::wrap},
         Entry{"glRenderbufferStorageMultisample",
                 &Wrapper<noteSamples, GLenum, GLsizei, GLenum, GLsizei, GLsizei>::wrap},
 };
@@ -128,7 +147,8 @@ __attribute__((visibility("default"))) Procedure eglGetProcAddress(const char *n
 
 GlCounters GlCounters::now()
 {
-    return {sums.drawCalls, sums.uploadedBytes, sums.allocatedBytes, sums.passes, sums.readBacks};
+    return {sums.drawCalls, sums.uploadedBytes, sums.allocatedBytes, sums.passes, sums.readBacks,
+            sums.textureBytes};
 }
 
 int GlCounters::samples()
@@ -143,6 +163,7 @@ GlCounters &GlCounters::operator+=(const GlCounters &other)
     allocatedBytes += other.allocatedBytes;
     passes += other.passes;
     readBacks += other.readBacks;
+    textureBytes += other.textureBytes;
     return *this;
 }
 
@@ -150,7 +171,7 @@ GlCounters GlCounters::operator-(const GlCounters &other) const
 {
     return {drawCalls - other.drawCalls, uploadedBytes - other.uploadedBytes,
             allocatedBytes - other.allocatedBytes, passes - other.passes,
-            readBacks - other.readBacks};
+            readBacks - other.readBacks, textureBytes - other.textureBytes};
 }
 
 QJsonObject GlCounters::perFrame(int frames) const

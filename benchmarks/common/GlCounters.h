@@ -19,6 +19,8 @@ struct GlCounters
     /*! Images that were begun: framebuffers cleared. */
     qint64 passes = 0;
     qint64 readBacks = 0;
+    /*! Of images that were drawn elsewhere. */
+    qint64 textureBytes = 0;
 
     /*! Since the process began, of all threads. */
     [[nodiscard]] static GlCounters now();

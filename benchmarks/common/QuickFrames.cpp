@@ -34,9 +34,14 @@ QuickFrames::QuickFrames(QQuickWindow &window)
     connect(
             &window, &QQuickWindow::afterSynchronizing, this,
             [this] {
-                m_synchronisation += GlCounters::now() - m_before;
-                ++m_synchronised;
+                m_contents += GlCounters::now() - m_before;
+                if (++m_synchronised == 1)
+                    connectLast();
             },
+            type);
+    // The first of its receivers: contents connect theirs when they synchronise.
+    connect(
+            &window, &QQuickWindow::beforeRendering, this, [this] { m_before = GlCounters::now(); },
             type);
     connect(
             &window, &QQuickWindow::frameSwapped, this,
@@ -47,6 +52,15 @@ QuickFrames::QuickFrames(QQuickWindow &window)
                 QCoreApplication::eventDispatcher()->wakeUp();
             },
             type);
+}
+
+/*! To be the last of the receivers, after those that the contents have connected in their first
+    synchronisation. What follows is Qt's own: it makes buffers for what it draws. */
+void QuickFrames::connectLast()
+{
+    connect(
+            &m_window, &QQuickWindow::beforeRendering, this,
+            [this] { m_contents += GlCounters::now() - m_before; }, Qt::DirectConnection);
 }
 
 bool QuickFrames::draw()

@@ -16,8 +16,8 @@ QT_END_NAMESPACE
 /*!
     Draws the frames of a window one by one and tells what they cost.
 
-    What is drawn while the scene graph synchronises is told apart from the rest: Qt itself draws
-    nothing then.
+    What the contents of the window call on their own is told apart from the rest: they do so while the
+    scene graph synchronises, or in their receivers of beforeRendering().
 */
 class QuickFrames : public QObject
 {
@@ -35,17 +35,18 @@ public:
     [[nodiscard]] double renderTime() const { return m_renderTime; }
     /*! Whether that is another thread than the GUI thread. */
     [[nodiscard]] bool isThreaded() const { return m_isThreaded; }
-    /*! What was called while synchronising, since the process began. */
-    [[nodiscard]] GlCounters synchronisation() const { return m_synchronisation; }
+    /*! What the contents have called on their own since the process began. */
+    [[nodiscard]] GlCounters contents() const { return m_contents; }
 
 private:
+    void connectLast();
     [[nodiscard]] bool waitForFrame(int after);
 
     QQuickWindow &m_window;
     QTimer m_alarm;
     GlCounters m_before; // the render thread's
     // Written on the render thread before it tells of the frame.
-    GlCounters m_synchronisation;
+    GlCounters m_contents;
     double m_renderTime = 0.0;
     bool m_isThreaded = false;
     int m_synchronised = 0;

@@ -11,11 +11,13 @@ namespace {
 
 constexpr std::size_t tableSize = 1U << 16U;
 
-/*! A sine with a little noise, so that no two segments are alike and none is long. */
+constexpr double periods = 6.0;
+
+/*! The signal of as many points as the table has. Others take every so manieth value or each one several
+    times. */
 const std::vector<float> &waveTable()
 {
     static const std::vector<float> table = [] {
-        constexpr double periods = 4.0;
         constexpr double noise = 0.05;
         std::vector<float> values(tableSize);
         std::uint32_t random = 1;
@@ -36,6 +38,7 @@ const std::vector<float> &waveTable()
 SignalSource::SignalSource(const BenchmarkOptions &options, int trace)
     : m_mode(options.mode)
     , m_pointCount(options.points)
+    , m_step(static_cast<double>(tableSize) / options.points)
     // One above the other, each with its share of the height.
     , m_offset(static_cast<float>((2.0 * trace + 1.0) / options.traces - 1.0))
     , m_scale(static_cast<float>(0.9 / options.traces))
@@ -43,6 +46,11 @@ SignalSource::SignalSource(const BenchmarkOptions &options, int trace)
 {
     if (m_mode == BenchmarkOptions::Mode::Pan)
         m_visibleLength /= 10.0;
+}
+
+QColor SignalSource::colorOf(int trace, bool isOther)
+{
+    return QColor::fromHsv(trace * 67 % 360, 255, isOther ? 160 : 200);
 }
 
 SignalSource::Frame SignalSource::begin()
@@ -80,7 +88,8 @@ SignalSource::Frame SignalSource::next()
 
 float SignalSource::valueAt(qint64 sample) const
 {
-    const auto index = static_cast<std::size_t>(sample) & (tableSize - 1);
+    const auto index =
+            static_cast<std::size_t>(static_cast<double>(sample) * m_step) & (tableSize - 1);
     return m_offset + m_scale * waveTable()[index];
 }
 

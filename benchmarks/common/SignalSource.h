@@ -5,6 +5,7 @@
 #include "BenchmarkOptions.h"
 
 #include <QtCore/QtGlobal>
+#include <QtGui/QColor>
 
 #include <array>
 
@@ -12,12 +13,18 @@
     The data of one trace and what becomes of them from frame to frame: the same for every program that
     is compared. The programs keep the points; this says which to write and with what.
 
-    Abscissae are the indices of the points, ordinates lie in [-1, 1].
+    Abscissae are the indices of the points, ordinates lie in [-1, 1]. However many points there are, they
+    look alike: six periods of a sine with some noise.
 */
 class SignalSource
 {
 public:
     SignalSource(const BenchmarkOptions &options, int trace);
+
+    static constexpr float lineWidth = 1.0F;
+
+    /*! The colour of a trace; it has two, one of which it wears. */
+    [[nodiscard]] static QColor colorOf(int trace, bool isOther);
 
     /*! Points to write, as indices into the trace. The first of them is sample number \c sample. */
     struct Piece
@@ -46,6 +53,7 @@ private:
 
     BenchmarkOptions::Mode m_mode;
     int m_pointCount;
+    double m_step; // in the table of the signal, from sample to sample
     float m_offset;
     float m_scale;
     qint64 m_sample = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FloorRenderer.h"
 
-#include "SignalVertices.h"
+#include "SignalPoints.h"
 
 #include <QtGui/QOpenGLContext>
 
@@ -58,11 +58,11 @@ constexpr std::array<float, 8> quadCorners = {-1.0F, -1.0F, 1.0F, -1.0F, -1.0F, 
 
 FloorRenderer::Trace::Trace(const BenchmarkOptions &options, int index)
     : source(options, index)
-    , color(SignalVertices::colorOf(index, false))
+    , color(SignalSource::colorOf(index, false))
     , points(static_cast<std::size_t>(options.points))
     , frame(source.begin())
 {
-    SignalVertices::write(points, frame.written[0], source);
+    writePoints(points, frame.written[0], source);
     // Uploaded as a whole when the buffer is made.
     frame.written = {};
 }
@@ -76,6 +76,10 @@ FloorRenderer::FloorRenderer(const BenchmarkOptions &options)
     m_render = std::make_unique<QOpenGLFramebufferObject>(options.size, format);
     if (options.samples)
         m_resolve = std::make_unique<QOpenGLFramebufferObject>(options.size);
+    // As the scene graph shows it.
+    glBindTexture(GL_TEXTURE_2D, (m_resolve ? m_resolve : m_render)->texture());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 
     build(m_traceProgram, traceVertexShader, traceFragmentShader);
     m_color = m_traceProgram.uniformLocation("color");
@@ -141,11 +145,11 @@ void FloorRenderer::advance()
     for (Trace &trace : m_traces) {
         trace.frame = trace.source.next();
         for (const SignalSource::Piece &piece : trace.frame.written)
-            SignalVertices::write(trace.points, piece, trace.source);
+            writePoints(trace.points, piece, trace.source);
     }
     if (m_options.mode == Mode::Static && !m_traces.empty()) {
         QColor &color = m_traces.front().color;
-        color = SignalVertices::colorOf(0, color == SignalVertices::colorOf(0, false));
+        color = SignalSource::colorOf(0, color == SignalSource::colorOf(0, false));
     }
 }
 
@@ -173,7 +177,7 @@ void FloorRenderer::drawPicture()
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     glClear(GL_COLOR_BUFFER_BIT);
     m_traceProgram.bind();
-    glLineWidth(SignalVertices::lineWidth);
+    glLineWidth(SignalSource::lineWidth);
     if (!m_traces.empty()) {
         // All traces have one view port.
         const SignalSource::Frame &frame = m_traces.front().frame;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SignalTrace.h"
 
-#include "SignalVertices.h"
+#include "SignalPoints.h"
 
 SignalTrace::SignalTrace(const BenchmarkOptions &options, int index, QObject *parent)
     : AbstractTrace(parent)
@@ -12,8 +12,8 @@ SignalTrace::SignalTrace(const BenchmarkOptions &options, int index, QObject *pa
     m_data.dirtyRange().setSize(options.points);
     m_data.filledRange().setSize(options.points);
     m_data.setDrawType(Charts::DrawType::LineStrip);
-    m_data.setColor(SignalVertices::colorOf(index, false));
-    m_data.setWidth(SignalVertices::lineWidth);
+    m_data.setColor(SignalSource::colorOf(index, false));
+    m_data.setWidth(SignalSource::lineWidth);
     apply(m_source.begin());
 }
 
@@ -21,15 +21,15 @@ void SignalTrace::updateData()
 {
     apply(m_source.next());
     if (m_isBlinking)
-        m_data.setColor(m_data.color() == SignalVertices::colorOf(0, false)
-                                ? SignalVertices::colorOf(0, true)
-                                : SignalVertices::colorOf(0, false));
+        m_data.setColor(m_data.color() == SignalSource::colorOf(0, false)
+                                ? SignalSource::colorOf(0, true)
+                                : SignalSource::colorOf(0, false));
 }
 
 void SignalTrace::apply(const SignalSource::Frame &frame)
 {
     for (const SignalSource::Piece &piece : frame.written) {
-        SignalVertices::write(m_data.array(), piece, m_source);
+        writePoints(m_data.array(), piece, m_source);
         m_data.dirtyRange().push({piece.first, piece.length});
         m_data.filledRange().push({piece.first, piece.length});
     }

@@ -1,69 +1,56 @@
 // SPDX-License-Identifier: MIT
-#include "BenchmarkOptions.h"
-#include "ChartRun.h"
+#include "ChartScene.h"
+#include "CommandLine.h"
 #include "FloorRun.h"
+#include "GridScene.h"
 
-#include <QtCore/QCommandLineParser>
 #include <QtGui/QGuiApplication>
-
-#include <cstdio>
 
 namespace {
 
-QStringList arguments(int argc, char **argv)
-{
-    QStringList list;
-    for (int i = 0; i < argc; ++i)
-        list.append(QString::fromLocal8Bit(argv[i]));
-    return list;
-}
+using Mode = BenchmarkOptions::Mode;
 
-int fail(int code, const QString &message)
+QByteArray runScene(const CommandLine &commandLine, bool decimated)
 {
-    std::fprintf(stderr, "frame_benchmark: %s\n", qPrintable(message));
-    return code;
+    const BenchmarkOptions &options = commandLine.options();
+    if (commandLine.isEmpty())
+        return runInWindow(options, QStringLiteral("empty window"), {});
+    if (options.mode == Mode::Grid) {
+        return runInWindow(options, QStringLiteral("charts"), [&options](QQuickWindow &window) {
+            return std::make_unique<GridScene>(options, window);
+        });
+    }
+    return runInWindow(
+            options, QStringLiteral("charts"), [&options, decimated](QQuickWindow &window) {
+                return std::make_unique<ChartScene>(options, decimated, window);
+            });
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-            "Draws frames in a window and prints what they cost, as one line of JSON."));
-    const QCommandLineOption help = parser.addHelpOption();
-    BenchmarkOptions::addTo(parser);
-    const QCommandLineOption floor(QStringLiteral("floor"),
-            QStringLiteral("Draw the same with bare OpenGL calls, without Qt Quick."));
-    const QCommandLineOption empty(
-            QStringLiteral("empty"), QStringLiteral("Leave the window empty."));
-    parser.addOption(floor);
-    parser.addOption(empty);
-
-    if (!parser.parse(arguments(argc, argv)))
-        return fail(2, parser.errorText());
-    if (parser.isSet(help)) {
-        std::fputs(qPrintable(parser.helpText()), stdout);
-        return 0;
+    CommandLine commandLine("frame_benchmark");
+    const QString floor = QStringLiteral("floor");
+    const QString decimated = QStringLiteral("decimated");
+    commandLine.addSwitch(
+            floor, QStringLiteral("Draw the same with bare OpenGL calls, without Qt Quick."));
+    commandLine.addSwitch(decimated,
+            QStringLiteral("Draw the smallest and the largest point of each column of pixels."));
+    if (const std::optional<int> exitCode = commandLine.read(argc, argv))
+        return *exitCode;
+    const BenchmarkOptions &options = commandLine.options();
+    if (commandLine.isSet(floor) && (options.mode == Mode::Hover || options.mode == Mode::Grid)) {
+        return commandLine.refuse(
+                QStringLiteral("--floor: there is none of mode '%1'").arg(options.modeName()));
     }
-    if (!parser.positionalArguments().isEmpty())
-        return fail(2, QStringLiteral("unexpected '%1'").arg(parser.positionalArguments().first()));
-    QString error;
-    const BenchmarkOptions options = BenchmarkOptions::read(parser, error);
-    if (!error.isEmpty())
-        return fail(2, error);
-    const bool hasFloor = options.mode != BenchmarkOptions::Mode::Hover
-                          && options.mode != BenchmarkOptions::Mode::Grid;
-    if (parser.isSet(floor) && !hasFloor)
-        return fail(
-                2, QStringLiteral("--floor: there is none of mode '%1'").arg(options.modeName()));
+    if (commandLine.isSet(floor) && commandLine.isSet(decimated))
+        return commandLine.refuse(QStringLiteral("--floor and --decimated exclude each other"));
 
     options.requestGraphics();
     const QGuiApplication application(argc, argv);
-    const QByteArray line = parser.isSet(floor) ? runFloor(options, parser.isSet(empty))
-                                                : runChart(options, parser.isSet(empty));
-    if (line.isEmpty())
-        return fail(1, QStringLiteral("no frame was drawn"));
-    std::fputs(line.constData(), stdout);
-    return 0;
+    const QByteArray report = commandLine.isSet(floor)
+                                      ? runFloor(options, commandLine.isEmpty())
+                                      : runScene(commandLine, commandLine.isSet(decimated));
+    return commandLine.finish(report, QStringLiteral("no frame was drawn"));
 }

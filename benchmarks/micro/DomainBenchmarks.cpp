@@ -40,6 +40,33 @@ BENCHMARK(mapping)
         ->Arg(TraceDomain::SmithFormat)
         ->Arg(TraceDomain::PolarFormat);
 
+void logarithmicMapping(benchmark::State &state)
+{
+    TraceDomain domain;
+    domain.setIsLogX(true);
+    domain.setSize({1000.0, 600.0});
+    domain.setRangeXY(10.0, 1e6, -1.0, 1.0);
+    double x = 0.0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(domain.domainPoint({x, 300.0}));
+        x = x < 1000.0 ? x + 1.0 : 0.0;
+    }
+}
+BENCHMARK(logarithmicMapping);
+
+/*! To pixels and back, as QML asks for it. */
+void valueToPixels(benchmark::State &state)
+{
+    const DomainUtils domain;
+    double value = 0.0;
+    for (auto _ : state) {
+        const double pixels = domain.mapToGeometry({0.0, 1000.0}, {-1.0, 1.0}, value);
+        benchmark::DoNotOptimize(domain.mapFromGeometry({0.0, 1000.0}, {-1.0, 1.0}, pixels));
+        value = value < 1.0 ? value + 0.001 : -1.0;
+    }
+}
+BENCHMARK(valueToPixels);
+
 void rectangleToRanges(benchmark::State &state)
 {
     TraceDomain domain;

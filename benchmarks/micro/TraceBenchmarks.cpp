@@ -40,6 +40,25 @@ void scattered(benchmark::State &state)
 }
 BENCHMARK(scattered)->ArgName("ranges")->Arg(1)->Arg(10)->Arg(100)->Arg(1000);
 
+/*! Ranges with gaps between them, and then the gaps: each of these joins its neighbours. */
+void joined(benchmark::State &state)
+{
+    const int count = static_cast<int>(state.range(0));
+    const int length = size / (2 * count);
+    BoundRange ranges;
+    ranges.setSize(size);
+    for (auto _ : state) {
+        for (int i = 0; i < count; ++i)
+            ranges.push({2 * i * length, length});
+        for (int i = 0; i < count; ++i)
+            ranges.push({(2 * i + 1) * length, length});
+        while (!ranges.isEmpty())
+            benchmark::DoNotOptimize(ranges.pop(false));
+    }
+    state.SetItemsProcessed(state.iterations() * 2 * count);
+}
+BENCHMARK(joined)->ArgName("ranges")->Arg(1)->Arg(10)->Arg(100)->Arg(1000);
+
 /*! Everything, each frame. */
 void rewrite(benchmark::State &state)
 {

@@ -59,8 +59,8 @@ void tst_Scripts::initTestCase()
 {
     QVERIFY(m_folder.isValid());
     QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("bin")));
-    for (const char *name : {"apt-get", "dpkg-query", "sudo", "cmake", "ctest", "ninja", "ccache",
-                 "xvfb-run", "mktemp"}) {
+    for (const char *name : {"apt-get", "dpkg-query", "sudo", "cmake", "cpack", "ctest", "ninja",
+                 "ccache", "xvfb-run", "mktemp", "gcovr", "debootstrap", "unshare", "chroot"}) {
         QFile dummy(m_folder.filePath(QStringLiteral("bin/") + QString::fromUtf8(name)));
         QVERIFY(dummy.open(QIODevice::WriteOnly));
         dummy.write(
@@ -97,6 +97,12 @@ void tst_Scripts::help_data()
         QTest::addRow("test.sh %s", option)
                 << QStringLiteral("test.sh") << QString::fromUtf8(option)
                 << QStringLiteral("dev (default), release, asan, tsan or coverage");
+        QTest::addRow("package.sh %s", option)
+                << QStringLiteral("package.sh") << QString::fromUtf8(option)
+                << QStringLiteral("build/packages");
+        QTest::addRow("check-root.sh %s", option)
+                << QStringLiteral("check-root.sh") << QString::fromUtf8(option)
+                << QStringLiteral("(bookworm, trixie)");
     }
 }
 
@@ -141,6 +147,29 @@ void tst_Scripts::refusals_data()
             "unknown preset 'base', there are: dev, release, asan, tsan, coverage");
     row("no preset", "test.sh|--preset",
             "unknown preset '', there are: dev, release, asan, tsan, coverage");
+
+    row("preset for the coverage", "test.sh|--preset|asan|--coverage",
+            "--coverage has a preset of its own, not asan");
+    row("two kinds of tests", "test.sh|--soak|--tidy", "--soak and --tidy exclude each other");
+    row("unknown preset behind a kind", "test.sh|--tidy|--preset|fast",
+            "unknown preset 'fast', there are: dev, release, asan, tsan, coverage");
+
+    row("package.sh, unknown option", "package.sh|--bogus", "unknown option '--bogus', see --help");
+    row("package.sh, an argument", "package.sh|rpm", "takes no arguments, got 'rpm'");
+    row("package.sh, an empty argument", "package.sh|", "takes no arguments, got ''");
+
+    const char *noDistribution = "unknown distribution '', there are: bookworm, trixie";
+    row("no distribution", "check-root.sh", noDistribution);
+    row("empty distribution", "check-root.sh|", noDistribution);
+    row("unknown distribution", "check-root.sh|sid",
+            "unknown distribution 'sid', there are: bookworm, trixie");
+    row("two distributions in one", "check-root.sh|bookworm trixie",
+            "unknown distribution 'bookworm trixie', there are: bookworm, trixie");
+    row("options and no distribution", "check-root.sh|--head|--no-tests", noDistribution);
+    row("check-root.sh, unknown option", "check-root.sh|--bogus|trixie",
+            "unknown option '--bogus', see --help");
+    row("--cache without a value", "check-root.sh|--cache", "--cache needs a value");
+    row("--mirror with an empty value", "check-root.sh|--mirror||trixie", "--mirror needs a value");
 }
 
 void tst_Scripts::refusals()

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "DecimatedTrace.h"
+
+#include <span>
+
+using namespace Charts;
+
+DecimatedTrace::DecimatedTrace(const BenchmarkOptions &options, int index, QObject *parent)
+    : AbstractTrace(parent)
+    , m_source(options, index)
+    , m_columnCount(options.size.width())
+    , m_samples(static_cast<std::size_t>(options.points))
+    , m_pyramid(m_samples.size())
+{
+    m_data.setDrawType(DrawType::LineStrip);
+    m_data.setColor(SignalSource::colorOf(index, false));
+    m_data.setWidth(SignalSource::lineWidth);
+    apply(m_source.begin());
+}
+
+void DecimatedTrace::updateData()
+{
+    apply(m_source.next());
+}
+
+void DecimatedTrace::apply(const SignalSource::Frame &frame)
+{
+    for (const SignalSource::Piece &piece : frame.written) {
+        const std::span samples(
+                m_samples.data() + piece.first, static_cast<std::size_t>(piece.length));
+        for (std::size_t i = 0; i < samples.size(); ++i)
+            samples[i] = m_source.valueAt(piece.sample + static_cast<qint64>(i));
+        m_pyramid.append(samples);
+    }
+    fill(frame);
+}
+
+void DecimatedTrace::fill(const SignalSource::Frame &frame)
+{
+    const double first = static_cast<double>(m_pyramid.begin()) + frame.visibleFirst;
+    m_line.fill(m_pyramid, m_samples, {first, first + frame.visibleLength, m_columnCount});
+
+    const auto &vertices = m_line.vertices();
+    const int count = static_cast<int>(vertices.size());
+    auto &array = m_data.array();
+    array.resize(vertices.size());
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+        array[i] = {vertices[i].x, vertices[i].y, vertices[i].isGap ? 0.0F : 1.0F};
+    m_data.dirtyRange().setSize(count);
+    m_data.filledRange().setSize(count);
+    m_data.dirtyRange().push({0, count});
+    m_data.filledRange().push({0, count});
+    m_data.setViewPort({static_cast<float>(first - m_line.origin()), -1.0F,
+            static_cast<float>(frame.visibleLength), 2.0F});
+}
