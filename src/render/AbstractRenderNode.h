@@ -27,17 +27,19 @@ class AbstractTrace;
 class CHARTS_EXPORT AbstractRenderNode : public QSGRootNode
 {
 public:
+    /*! Constructs a node without children. */
     AbstractRenderNode();
     ~AbstractRenderNode() override;
 
-    /*! Sets the size in pixels of the off-screen picture. */
+    /*! Makes \a size, in pixels, that of the off-screen picture. */
     virtual void setTextureSize(const QSize &size) = 0;
     [[nodiscard]] virtual QSize textureSize() const = 0;
-    /*! Sets the rectangle, in item coordinates, in which the picture is shown. */
+    /*! Makes \a rect, in item coordinates, the place where the picture is shown. */
     virtual void setRect(const QRectF &rect) = 0;
     /*! Hands over the traces in drawing order. \a tracesDirty tells that the list itself is not the
         one handed over before. */
     virtual void setTraceData(bool tracesDirty, const std::vector<AbstractTrace *> &traces) = 0;
+    /*! Makes the picture smooth if \a enabled. */
     virtual void setAntialiasing(bool enabled) = 0;
     /*! Takes \a events, none of them null, over to be answered in their order. The vector is left
         empty. Events alone request no new selection image. */

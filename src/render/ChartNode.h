@@ -24,6 +24,7 @@ class AbstractRenderNode;
 class CHARTS_EXPORT ChartNode : public QSGRootNode
 {
 public:
+    /*! Makes the renderer, if \a window draws with OpenGL. Its context has to be current then. */
     explicit ChartNode(QQuickWindow *window);
     ~ChartNode() override;
 

@@ -43,15 +43,17 @@ class CHARTS_EXPORT OpenGLRenderNode : public QObject,
     Q_OBJECT
 
 public:
+    /*! Makes a renderer for \a window, whose context has to be current. */
     explicit OpenGLRenderNode(QQuickWindow *window);
     ~OpenGLRenderNode() override;
 
-    /*! Forces new framebuffers, also for the size that is set already. */
+    /*! Sets \a size and forces new framebuffers, also for the size that is set already. */
     void setTextureSize(const QSize &size) override;
     [[nodiscard]] QSize textureSize() const override { return m_textureSize; }
     void setRect(const QRectF &rect) override;
-    /*! Requests a new picture when the list changed or a listed trace is dirty. Looks for one dirty
-        trace only and clears that one's flag: the pass draws all of them anyway. */
+    /*! Requests a new picture when the list of \a traces changed (\a tracesDirty) or a listed trace
+        is dirty. Looks for one dirty trace only and clears that one's flag: the pass draws all of
+        them anyway. */
     void setTraceData(bool tracesDirty, const std::vector<AbstractTrace *> &traces) override;
     void setAntialiasing(bool enabled) override;
     void pushMouseEvents(std::vector<std::unique_ptr<QMouseEvent>> &&events) override;
@@ -76,13 +78,13 @@ public:
         left. */
     [[nodiscard]] AbstractTrace *findTraceAtEvent(QMouseEvent *event);
 
-    /*! Maps the data rectangle onto normalised device coordinates. */
+    /*! Maps the data rectangle \a viewPort onto normalised device coordinates. */
     [[nodiscard]] QMatrix4x4 mainMatrix(const ViewPort &viewPort) const;
-    /*! The matrices that flatten what lies right and left of the view port onto the lines \a pixel
-        (data units) inside its edges. */
+    /*! The matrices that flatten what lies right and left of \a viewPort onto the lines \a pixel
+        (data units) inside its edges. The name is published as it stands. */
     [[nodiscard]] std::array<QMatrix4x4, 2> boundingXMatricies(
             const ViewPort &viewPort, float pixel) const;
-    /*! The same for what lies above and below. */
+    /*! The same for what lies above and below \a viewPort, with \a pixel in the units of y. */
     [[nodiscard]] std::array<QMatrix4x4, 2> boundingYMatricies(
             const ViewPort &viewPort, float pixel) const;
 

@@ -10,37 +10,9 @@
 #include <QtGui/QVector3D>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 
 namespace Charts {
-
-namespace {
-
-/*! The matrices of one trace, kept on the stack: the main one and up to two for each axis. */
-class MatrixList
-{
-public:
-    explicit MatrixList(const QMatrix4x4 &main) { m_matrices[0] = main; }
-
-    void append(const std::array<QMatrix4x4, 2> &pair)
-    {
-        m_matrices[m_count++] = pair[0];
-        m_matrices[m_count++] = pair[1];
-    }
-
-    [[nodiscard]] auto begin() const { return m_matrices.begin(); }
-    [[nodiscard]] auto end() const
-    {
-        return m_matrices.begin() + static_cast<std::ptrdiff_t>(m_count);
-    }
-
-private:
-    std::array<QMatrix4x4, 5> m_matrices;
-    std::size_t m_count = 1;
-};
-
-} // namespace
 
 TraceDrawPass::TraceDrawPass(QOpenGLFunctions &gl, TraceProgram &program, const QSize &textureSize)
     : m_gl(gl)
@@ -62,20 +34,21 @@ void TraceDrawPass::draw(TraceBuffers::Buffer &buffer, TraceData &data, const QV
     m_program.setColor(color);
 
     const QMatrix4x4 &main = mainMatrix(viewPort);
-    MatrixList matrices(main);
+    Outside outsideY;
+    Outside outsideX;
 
     // Clamping stops one pixel inside the edge, so that what lies outside stays visible on it.
     m_program.enableBoundingY(data.boundingY() == BoundingMethod::Clamp);
     if (data.boundingY() == BoundingMethod::Clamp)
         m_program.setBoundsY(viewPort.y + pixel.y, viewPort.y + viewPort.height - pixel.y);
     else if (data.boundingY() == BoundingMethod::ExtraMatrices)
-        matrices.append(TraceMatrices::boundingY(main, viewPort, pixel.y));
+        outsideY = TraceMatrices::boundingY(main, viewPort, pixel.y);
 
     m_program.enableBoundingX(data.boundingX() == BoundingMethod::Clamp);
     if (data.boundingX() == BoundingMethod::Clamp)
         m_program.setBoundsX(viewPort.x + pixel.x, viewPort.x + viewPort.width - pixel.x);
     else if (data.boundingX() == BoundingMethod::ExtraMatrices)
-        matrices.append(TraceMatrices::boundingX(main, viewPort, pixel.x));
+        outsideX = TraceMatrices::boundingX(main, viewPort, pixel.x);
 
     buffer.update(data);
     m_gl.glVertexAttribPointer(TraceProgram::PointsLocation, 2, GL_FLOAT, GL_FALSE,
@@ -83,7 +56,14 @@ void TraceDrawPass::draw(TraceBuffers::Buffer &buffer, TraceData &data, const QV
     m_gl.glVertexAttribPointer(TraceProgram::OpacityLocation, 1, GL_FLOAT, GL_FALSE,
             sizeof(TracePoint), reinterpret_cast<const void *>(offsetof(TracePoint, opacity)));
 
-    drawFilled(data, matrices, buffer.pointCount());
+    const Vertices vertices = filledVertices(data, buffer.pointCount());
+    draw(vertices, main);
+    for (const Outside *outside : {&outsideY, &outsideX}) {
+        if (!*outside)
+            continue;
+        for (const QMatrix4x4 &matrix : **outside)
+            draw(vertices, matrix);
+    }
 }
 
 const QMatrix4x4 &TraceDrawPass::mainMatrix(const ViewPort &viewPort)
@@ -121,8 +101,7 @@ void TraceDrawPass::setLineWidth(float width)
     m_gl.glLineWidth(width);
 }
 
-template<typename Matrices>
-void TraceDrawPass::drawFilled(const TraceData &data, const Matrices &matrices, int pointCount)
+TraceDrawPass::Vertices TraceDrawPass::filledVertices(const TraceData &data, int pointCount)
 {
     const bool isLine = data.drawType() == DrawType::LineStrip;
     if (data.drawType() == DrawType::Points)
@@ -132,13 +111,18 @@ void TraceDrawPass::drawFilled(const TraceData &data, const Matrices &matrices, 
     // than the buffer holds, should a writer have forgotten to set the size.
     const int count = std::min(data.filledRange().size(), pointCount);
     if (data.filledRange().isEmpty() || count <= 0)
-        return;
+        return {};
     if (isLine)
         setLineWidth(data.width() + m_extraLineWidth);
-    for (const QMatrix4x4 &matrix : matrices) {
-        m_program.setMatrix(matrix);
-        m_gl.glDrawArrays(isLine ? GL_LINE_STRIP : GL_POINTS, 0, count);
-    }
+    return {isLine ? GLenum{GL_LINE_STRIP} : GLenum{GL_POINTS}, count};
+}
+
+void TraceDrawPass::draw(const Vertices &vertices, const QMatrix4x4 &matrix)
+{
+    if (vertices.count == 0)
+        return;
+    m_program.setMatrix(matrix);
+    m_gl.glDrawArrays(vertices.mode, 0, vertices.count);
 }
 
 } // namespace Charts

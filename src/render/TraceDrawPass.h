@@ -8,6 +8,10 @@
 #include <QtCore/QRect>
 #include <QtCore/QSize>
 #include <QtGui/QMatrix4x4>
+#include <QtGui/qopengl.h>
+
+#include <array>
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QOpenGLFunctions;
@@ -46,11 +50,21 @@ private:
         float y = 0.0F;
     };
 
+    struct Vertices
+    {
+        GLenum mode = 0;
+        int count = 0; // 0 for none
+    };
+
+    /*! The matrices for what lies beyond the two edges of an axis, where it is drawn. */
+    using Outside = std::optional<std::array<QMatrix4x4, 2>>;
+
     PixelSize applyViewport(const TraceData &data);
     [[nodiscard]] const QMatrix4x4 &mainMatrix(const ViewPort &viewPort);
     void setLineWidth(float width);
-    template<typename Matrices>
-    void drawFilled(const TraceData &data, const Matrices &matrices, int pointCount);
+    /*! What is to be drawn, and sets how. */
+    [[nodiscard]] Vertices filledVertices(const TraceData &data, int pointCount);
+    void draw(const Vertices &vertices, const QMatrix4x4 &matrix);
 
     QOpenGLFunctions &m_gl;
     TraceProgram &m_program;
