@@ -13,6 +13,10 @@ constexpr std::size_t tableSize = 1U << 16U;
 
 constexpr double periods = 6.0;
 
+/*! The part of the table that one length of a trace takes. Not all of it: the points that follow would
+    have the values of those that they replace. */
+constexpr double tableShare = 0.9;
+
 /*! The signal of as many points as the table has. Others take every so manieth value or each one several
     times. */
 const std::vector<float> &waveTable()
@@ -38,7 +42,7 @@ const std::vector<float> &waveTable()
 SignalSource::SignalSource(const BenchmarkOptions &options, int trace)
     : m_mode(options.mode)
     , m_pointCount(options.points)
-    , m_step(static_cast<double>(tableSize) / options.points)
+    , m_step(tableShare * static_cast<double>(tableSize) / options.points)
     // One above the other, each with its share of the height.
     , m_offset(static_cast<float>((2.0 * trace + 1.0) / options.traces - 1.0))
     , m_scale(static_cast<float>(0.9 / options.traces))
@@ -72,8 +76,7 @@ SignalSource::Frame SignalSource::next()
     }
     case BenchmarkOptions::Mode::Rewrite: {
         const Piece all = {0, m_pointCount, m_sample};
-        // Not by the period of the table, which would repeat the picture.
-        m_sample += m_pointCount + 1;
+        m_sample += m_pointCount;
         return frame(all, {});
     }
     case BenchmarkOptions::Mode::Pan:
