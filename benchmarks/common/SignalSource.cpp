@@ -10,31 +10,33 @@
 namespace {
 
 constexpr std::size_t tableSize = 1U << 16U;
+constexpr float noise = 0.05F;
 
-constexpr double periods = 6.0;
-
-/*! The part of the table that one length of a trace takes. Not all of it: the points that follow would
-    have the values of those that they replace. */
-constexpr double tableShare = 0.9;
-
-/*! The signal of as many points as the table has. Others take every so manieth value or each one several
-    times. */
+/*! Six periods of a sine. */
 const std::vector<float> &waveTable()
 {
     static const std::vector<float> table = [] {
-        constexpr double noise = 0.05;
+        constexpr double periods = 6.0;
         std::vector<float> values(tableSize);
-        std::uint32_t random = 1;
         for (std::size_t i = 0; i < tableSize; ++i) {
-            random = random * 1664525U + 1013904223U;
             const double phase = 2.0 * std::numbers::pi * periods * static_cast<double>(i)
                                  / static_cast<double>(tableSize);
-            const double uniform = random / 4294967296.0 * 2.0 - 1.0;
-            values[i] = static_cast<float>((1.0 - noise) * std::sin(phase) + noise * uniform);
+            values[i] = static_cast<float>(std::sin(phase));
         }
         return values;
     }();
     return table;
+}
+
+/*! From -1 to 1, as if by chance, but the same for the same sample. No two neighbours are alike, which
+    is what makes a dense line dear to draw. */
+float noiseOf(qint64 sample)
+{
+    auto bits = static_cast<std::uint32_t>(sample);
+    bits = (bits ^ (bits >> 16U)) * 0x7feb352dU;
+    bits = (bits ^ (bits >> 15U)) * 0x846ca68bU;
+    bits ^= bits >> 16U;
+    return static_cast<float>(bits) / 2147483648.0F - 1.0F;
 }
 
 } // namespace
@@ -42,7 +44,7 @@ const std::vector<float> &waveTable()
 SignalSource::SignalSource(const BenchmarkOptions &options, int trace)
     : m_mode(options.mode)
     , m_pointCount(options.points)
-    , m_step(tableShare * static_cast<double>(tableSize) / options.points)
+    , m_step(static_cast<double>(tableSize) / options.points)
     // One above the other, each with its share of the height.
     , m_offset(static_cast<float>((2.0 * trace + 1.0) / options.traces - 1.0))
     , m_scale(static_cast<float>(0.9 / options.traces))
@@ -93,7 +95,8 @@ float SignalSource::valueAt(qint64 sample) const
 {
     const auto index =
             static_cast<std::size_t>(static_cast<double>(sample) * m_step) & (tableSize - 1);
-    return m_offset + m_scale * waveTable()[index];
+    const float value = (1.0F - noise) * waveTable()[index] + noise * noiseOf(sample);
+    return m_offset + m_scale * value;
 }
 
 SignalSource::Frame SignalSource::frame(const Piece &first, const Piece &second) const

@@ -53,7 +53,7 @@ private:
 
     BenchmarkOptions::Mode m_mode;
     int m_pointCount;
-    double m_step; // in the table of the signal, from sample to sample
+    double m_step; // in the table of the sine, from sample to sample
     float m_offset;
     float m_scale;
     qint64 m_sample = 0;

@@ -20,7 +20,10 @@ DecimatedTrace::DecimatedTrace(const BenchmarkOptions &options, int index, QObje
 
 void DecimatedTrace::updateData()
 {
-    apply(m_source.next());
+    const SignalSource::Frame frame = m_source.next();
+    const bool isNew = frame.written[0].length > 0 || frame.visibleFirst != m_visibleFirst;
+    if (isNew)
+        apply(frame);
 }
 
 void DecimatedTrace::apply(const SignalSource::Frame &frame)
@@ -32,6 +35,7 @@ void DecimatedTrace::apply(const SignalSource::Frame &frame)
             samples[i] = m_source.valueAt(piece.sample + static_cast<qint64>(i));
         m_pyramid.append(samples);
     }
+    m_visibleFirst = frame.visibleFirst;
     fill(frame);
 }
 

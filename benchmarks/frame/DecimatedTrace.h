@@ -28,6 +28,7 @@ private:
 
     SignalSource m_source;
     int m_columnCount;
+    double m_visibleFirst = 0.0;
     std::vector<float> m_samples; // a ring
     Charts::Decimation::MinMaxPyramid m_pyramid;
     Charts::Decimation::LineDecimation m_line;

@@ -30,17 +30,32 @@ class TraceList;
 /*!
     \qmltype Chart
     \inqmlmodule zel.charts
+    \inherits ChartItem
     \brief Shows the application's traces, refreshes them every 33 ms and tells which one lies
     under the mouse.
 
-    Traces are drawn where the scene graph uses OpenGL; with another graphics API the chart shows
-    none and emits no mouse signals.
+    \quotefromfile examples/minimal/Main.qml
+    \skipto Chart {
+    \printto }
+    \printline }
 
-    A mouse event is answered from the selection image that exists, and alone it requests no new
-    one: a trace is found where it was when data last changed while an event was waiting. An
-    application that wants hits on resting data marks one of its traces changed while the pointer
-    moves over the chart. Switching the item's \c antialiasing drops the image: nothing is hit until
-    data changes while an event is waiting.
+    Traces are drawn where the scene graph uses OpenGL; with another graphics API the chart shows
+    none and emits no mouse signals. They are smooth if the item's \c antialiasing is on, which is
+    the default here. The picture has the item's size rounded to whole pixels, and a pixel of it is
+    one of the item, whatever the device pixel ratio is. A chart without width or height draws
+    nothing.
+
+    The items inside a chart are drawn over its traces; one with a negative \c z is drawn under
+    them, which is the place for a grid.
+
+    Mouse and hover signals come where the pointer is, see \l{Hit-testing}. A mouse event is
+    answered from the selection image that exists, and alone it requests no new one: a trace is
+    found where it was when data last changed while an event was waiting. An application that wants
+    hits on resting data marks one of its traces changed while the pointer moves over the chart.
+    Switching the item's \c antialiasing drops the image: nothing is hit until data changes while an
+    event is waiting.
+
+    \sa {Your first trace}, {Zoom}, {Performance}
 */
 /*!
     \class Charts::Chart
@@ -50,6 +65,12 @@ class TraceList;
     chart by itself. Everything public is for the GUI thread. Each tick of the timer, updateData()
     of all traces runs on the global thread pool while the GUI thread waits; updatePaintNode() runs
     on the render thread while the GUI thread is blocked. That is why nothing here is locked.
+
+    Handlers of its signals may remove and destroy traces and the chart itself. Only while Qt
+    delivers a mouse event to it, as in zoomedIn() at the end of a drag, a chart has to be destroyed
+    by \c deleteLater() or, in QML, \c destroy().
+
+    \sa {Which thread calls what}
 */
 class CHARTS_EXPORT Chart : public ChartItem
 {
@@ -57,15 +78,19 @@ class CHARTS_EXPORT Chart : public ChartItem
     QML_ELEMENT
 
     /*! \qmlproperty bool Chart::isZoomed
-        Whether zoomIn() has been applied and not been reset. Read only, default false. */
+        Whether zoomIn() has been applied and not been reset, also to a chart whose traces do not
+        zoom or that has none. Read only, default false. */
     Q_PROPERTY(bool isZoomed READ isZoomed NOTIFY isZoomedChanged)
     /*! \qmlproperty bool Chart::isZoomEnabled
-        Whether a drag with the left mouse button opens the rubber band. Default false. Switching it
-        off resets a zoom. */
+        Whether a drag with the left mouse button opens the \l rubberBand, if there is one. Default
+        false. Switching it off resets a zoom, behind its own signal. Methods do not ask for it. */
     Q_PROPERTY(bool isZoomEnabled READ isZoomEnabled WRITE setIsZoomEnabled NOTIFY
                     isZoomEnabledChanged)
     /*! \qmlproperty ZoomDelegate Chart::rubberBand
-        The item that shows the rectangle of a zoom drag, default null. Clearing it resets a zoom. */
+        The item that shows the rectangle of a zoom drag, usually a child of the chart. Default
+        null. Not owned. Setting null resets a zoom before the signal; another item leaves it. One
+        that is destroyed meanwhile does not open any more. While it is visible drags move it, also
+        if the application itself has shown it. */
     Q_PROPERTY(Charts::ZoomDelegate *rubberBand READ rubberBand WRITE setRubberBand NOTIFY
                     rubberBandChanged)
 
@@ -80,55 +105,71 @@ public:
     void setRubberBand(ZoomDelegate *rubberBand);
 
     /*! \qmlmethod void Chart::addTrace(AbstractTrace trace)
-        Attaches \a trace and gives its domain the chart's size. Null is ignored. A trace that is
-        attached twice is listed, updated and drawn twice. */
+        Attaches \a trace, which the chart does not own, and gives its domain the chart's size. Null
+        is ignored. A trace that is attached twice is listed, updated and drawn twice. A zoom that
+        is in force is not applied to it. Attach a trace to one chart at a time: what it marks as
+        changed is used up by the first chart that draws it. */
     Q_INVOKABLE void addTrace(Charts::AbstractTrace *trace);
     /*! \qmlmethod void Chart::removeTrace(AbstractTrace trace)
-        Detaches the first entry of \a trace; one that is not attached is ignored. All connections
-        to the trace's \c zChanged and \c destroyed signals are dropped, the application's own
-        included. */
+        Detaches the first entry of \a trace; one that is not attached is ignored. A trace that is
+        destroyed leaves by itself. All connections to the trace's \c zChanged and \c destroyed
+        signals are dropped, the application's own and those of other charts included: connect again
+        what is still wanted. */
     Q_INVOKABLE void removeTrace(Charts::AbstractTrace *trace);
     /*! \qmlmethod void Chart::zoomIn(rect rect)
-        Zooms all traces to \a rect, in pixels of the chart, whether zooming by mouse is enabled or
-        not. */
+        Zooms the domains of all traces to \a rect, in pixels of the chart, updates all traces at
+        once and emits \l zoomedIn(), whether zooming by mouse is enabled or not. A second call
+        zooms further in. Round domains do not zoom. The rectangle is not checked: one without size
+        gives ranges without length. */
     Q_INVOKABLE void zoomIn(QRectF rect);
     /*! \qmlmethod void Chart::zoomReset()
-        Returns all traces to the ranges from before the zoom. */
+        Returns all traces to the ranges from before the zoom and updates them at once. Does nothing
+        without a zoom of the chart, and emits the signal of \l isZoomed only. */
     Q_INVOKABLE void zoomReset();
 
-    /*! Whether \a trace is attached. */
+    /*! Whether \a trace is attached; null never is. */
     [[nodiscard]] bool includes(AbstractTrace *trace) const;
-    /*! Sorts the traces by ascending z; the order of equal ones is not defined. */
+    /*! Sorts the traces by ascending z; the order of equal ones is not defined. Called by itself
+        when a trace's z changes. */
     void resortTraces();
     /*! Runs updateData() of all traces on the global thread pool, waits for them and requests a
-        repaint. Called by the timer. */
+        repaint. Called by the timer every 33 ms, and by zoomIn() and zoomReset(). Call it where a
+        change has to be in the very next frame. */
     void updateTraces();
 
 Q_SIGNALS:
-    /*! Emitted on the render thread when answers to mouse events have come back. */
+    /*! \qmlsignal Chart::mouseEventResponsesReceived()
+        Emitted on the render thread, in the middle of a synchronisation, when answers to mouse
+        events have come back: for the chart itself. Use the mouse signals. */
     void mouseEventResponsesReceived();
     void rubberBandChanged(QQuickItem *rubberBand);
     void isZoomedChanged(bool isZoomed);
     void isZoomEnabledChanged();
     /*! \qmlsignal Chart::zoomedIn()
-        A zoom has been applied to all traces. */
+        A zoom has been applied to all traces, by mouse or by \l zoomIn(). Not emitted by a reset.
+        */
     void zoomedIn();
     /*! \qmlsignal Chart::clicked(ChartMouseEvent event)
-        Released where no trace was both pressed and released, or the trace's handler has set
-        \c event.accepted to false. No mouse signal comes from a chart without traces. */
+        A mouse button went up and no trace got its signal \c clicked, or the trace's handler has
+        set \c event.accepted to false; \a event tells where. A press on one trace and a release on
+        another one or beside it comes here, too. No mouse signal comes from a chart without traces.
+        */
     void clicked(Charts::ChartMouseEvent *event);
     /*! \qmlsignal Chart::hovered(ChartMouseEvent event, bool state)
-        The pointer came into the chart, \a state true, or left it, false. Moves inside emit the
-        signals of traces only. */
+        The pointer came into the chart, \a state true, or left it, false; \a event tells where.
+        Moves inside emit the signals of traces only. */
     void hovered(Charts::ChartMouseEvent *event, bool state);
     /*! \qmlsignal Chart::pressed(ChartMouseEvent event)
-        Pressed on no trace, or passed on by the trace's handler. */
+        A mouse button went down on no trace, or the trace's handler has set \c event.accepted to
+        false; \a event tells where and which. */
     void pressed(Charts::ChartMouseEvent *event);
     /*! \qmlsignal Chart::released(ChartMouseEvent event)
-        Released on no trace, or passed on by the trace's handler. */
+        A mouse button went up on no trace, or the trace's handler has set \c event.accepted to
+        false; \a event tells where and which. */
     void released(Charts::ChartMouseEvent *event);
     /*! \qmlsignal Chart::doubleClicked(ChartMouseEvent event)
-        Double-clicked on no trace, or passed on by the trace's handler. */
+        Double-clicked where no trace got its signal \c doubleClicked, or the trace's handler has
+        set \c event.accepted to false; \a event tells where. */
     void doubleClicked(Charts::ChartMouseEvent *event);
 
 protected:

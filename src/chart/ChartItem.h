@@ -13,6 +13,8 @@ namespace Charts {
     \qmltype ChartItem
     \inqmlmodule zel.charts
     \brief Common base of the chart and of everything that is laid over it.
+
+    It has the properties of an Item of Qt Quick and none of its own. Documents do not create it.
 */
 /*!
     \class Charts::ChartItem
@@ -31,8 +33,8 @@ public:
     ~ChartItem() override;
 
 protected:
-    /*! Called with each change of position or size, before QQuickItem hears of it. Does nothing
-        here. */
+    /*! Called with each change of position or size from \a oldGeometry to \a newGeometry, before
+        QQuickItem hears of it. Does nothing here. GUI thread. */
     virtual void geometryUpdate(const QRectF &newGeometry, const QRectF &oldGeometry);
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
 };

@@ -18,7 +18,11 @@ namespace Charts {
     \inqmlmodule zel.charts
     \brief The argument of the mouse signals of charts and traces.
 
-    It exists only while the signal is being handled: read what is needed, keep nothing.
+    Documents do not create it. It exists only while the signal is being handled: read what is
+    needed, keep nothing. One that is kept nevertheless is an empty wrapper afterwards, whose
+    properties are undefined.
+
+    \sa {Hit-testing}
 */
 /*!
     \class Charts::ChartMouseEvent
@@ -31,29 +35,33 @@ class CHARTS_EXPORT ChartMouseEvent : public QObject
     QML_UNCREATABLE("")
 
     /*! \qmlproperty real ChartMouseEvent::x
-        Position from the left of the chart, in whole pixels. */
+        Position from the left of the chart, in whole pixels of the item. */
     Q_PROPERTY(double x READ x CONSTANT)
     /*! \qmlproperty real ChartMouseEvent::y
-        Position from the top of the chart, in whole pixels. */
+        Position from the top of the chart, in whole pixels of the item. */
     Q_PROPERTY(double y READ y CONSTANT)
     /*! \qmlproperty int ChartMouseEvent::button
-        The Qt::MouseButton that caused the event. */
+        The Qt::MouseButton that caused the event, for example \c Qt.LeftButton. In hover signals it
+        is that of the last press, or 0 after its release. */
     Q_PROPERTY(int button READ button CONSTANT)
     /*! \qmlproperty int ChartMouseEvent::buttons
-        The Qt::MouseButtons that are held. */
+        The Qt::MouseButtons that are held, combined by bitwise or. */
     Q_PROPERTY(int buttons READ buttons CONSTANT)
     /*! \qmlproperty int ChartMouseEvent::modifiers
-        The Qt::KeyboardModifiers that are held. */
+        The Qt::KeyboardModifiers that are held, combined by bitwise or. */
     Q_PROPERTY(int modifiers READ modifiers CONSTANT)
     /*! \qmlproperty bool ChartMouseEvent::accepted
         Initially true. A handler of a trace sets it to false to pass the event on to the chart;
-        handlers of the chart and of hover signals set it without effect. */
+        handlers of the chart and of hover signals set it without effect. It tells nobody when it
+        changes. */
     Q_PROPERTY(bool accepted READ isAccepted WRITE setAccepted)
     /*! \qmlproperty int ChartMouseEvent::flags
-        The Qt::MouseEventFlags. */
+        The Qt::MouseEventFlags, combined by bitwise or. They are those of the chart's own copy of
+        the event: 0. */
     Q_PROPERTY(int flags READ flags CONSTANT)
 
 public:
+    /*! Takes position, buttons, modifiers and flags from \a event. Charts give none a \a parent. */
     ChartMouseEvent(QMouseEvent *event, QObject *parent);
     ~ChartMouseEvent() override;
 
@@ -68,7 +76,8 @@ public:
     void setAccepted(bool accepted);
     [[nodiscard]] int flags() const { return m_flags; }
 
-    /*! Sets all fields; the event is accepted again and its source 0. */
+    /*! Sets all fields: the position \a x and \a y, \a button, \a buttons, \a modifiers and
+        \a flags. The event is accepted again and its source 0. */
     void reset(double x, double y, Qt::MouseButton button, Qt::MouseButtons buttons,
             Qt::KeyboardModifiers modifiers, Qt::MouseEventFlags flags);
 

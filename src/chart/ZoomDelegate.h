@@ -16,8 +16,13 @@ namespace Charts {
     \inqmlmodule zel.charts
     \brief The rubber band of a chart: the rectangle that a drag opens.
 
-    Declare it in the chart with whatever is to be seen as its children, set \c{visible: false},
-    and assign it to the chart's \c rubberBand.
+    Declare it in the chart with whatever is to be seen as its children, set \c{visible: false}, and
+    assign it to the chart's \l{Chart::rubberBand}{rubberBand}. A drag shows it, gives it position
+    and size, and hides it at the end; it draws nothing itself.
+
+    \snippet Zoom.qml rubber band
+
+    \sa {Zoom}
 */
 /*!
     \class Charts::ZoomDelegate
@@ -32,14 +37,22 @@ class CHARTS_EXPORT ZoomDelegate : public QQuickItem
 
     /*! \qmlproperty int ZoomDelegate::minSize
         A finished rectangle must be larger than this, in pixels, in both directions to zoom.
-        Default 0. */
+        Default 0. A few pixels keep a click from zooming. */
     Q_PROPERTY(int minSize READ minSize WRITE setMinSize NOTIFY minSizeChanged)
     /*! \qmlproperty enumeration ZoomDelegate::zoomType
-        \c ZoomDelegate.Diagonal (default) leaves the rectangle as dragged, \c ZoomDelegate.Vertical
-        stretches it over the whole height, \c ZoomDelegate.Horizontal over the whole width. */
+        The rectangle's shape. The names are those of the direction in which it is stretched, not of
+        the axis that zooms.
+        \value ZoomDelegate.Diagonal  as it is dragged (default)
+        \value ZoomDelegate.Vertical  over the whole height: x zooms
+        \value ZoomDelegate.Horizontal  over the whole width: y zooms */
     Q_PROPERTY(ZoomType zoomType READ zoomType WRITE setZoomType NOTIFY zoomTypeChanged)
 
 public:
+    /*! \enum Charts::ZoomDelegate::ZoomType
+        The shape of the rectangle.
+        \value Diagonal As it is dragged.
+        \value Vertical Stretched over the whole height.
+        \value Horizontal Stretched over the whole width. */
     enum ZoomType {
         Diagonal = 0,
         Vertical = 1,
@@ -55,13 +68,14 @@ public:
     [[nodiscard]] ZoomType zoomType() const { return m_zoomType; }
     void setZoomType(ZoomType zoomType);
 
-    /*! Begins a drag at \a point, in coordinates of the parent, whose size bounds it from now on. */
+    /*! Begins a drag at \a point, in coordinates of the parent, whose size bounds it from now on.
+        */
     void startResize(const QPointF &point);
     /*! Opens the rectangle from the start of the drag to \a point. */
     void updatePoint(const QPointF &point);
     /*! Hides the item. */
     void stopResize();
-    /*! Whether the rectangle is larger than minSize in both directions. */
+    /*! Whether the rectangle is larger than minSize() in both directions. */
     [[nodiscard]] bool isAreaValid() const;
     /*! The rectangle in coordinates of the parent. */
     [[nodiscard]] QRectF resizeArea() const;

@@ -15,6 +15,9 @@ namespace Charts {
     \qmltype AbstractCurveTransform
     \inqmlmodule zel.charts
     \brief The shape of a Curve between its two ends.
+
+    Documents create \l LinearCurveTransform or \l LogarithmicCurveTransform; other shapes are
+    written in C++. One transform may serve any number of curves.
 */
 /*!
     \class Charts::AbstractCurveTransform

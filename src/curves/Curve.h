@@ -23,8 +23,10 @@ class AbstractCurveTransform;
     \inherits ChartItem
     \brief A smooth line between two points, for example a limit that a trace must not cross.
 
-    Its shape comes from \l geometryTransform. It is not clipped to the item, which has to have a size
-    nevertheless: nothing is drawn in an item narrower or lower than half a pixel.
+    \snippet Limits.qml curve
+
+    Its shape comes from \l geometryTransform. It is not clipped to the item, which has to have a
+    size nevertheless: nothing is drawn in an item narrower or lower than half a pixel.
 */
 /*!
     \class Charts::Curve
@@ -39,8 +41,10 @@ class CHARTS_EXPORT Curve : public ChartItem
     QML_ELEMENT
 
     /*! \qmlproperty AbstractCurveTransform Curve::geometryTransform
-        The line's shape, default null: nothing is drawn, and what was drawn before stays. Not owned.
-        A change of the transform itself shows when another property of the curve changes. */
+        The line's shape, default null: nothing is drawn, and what was drawn before stays. Not
+        owned; null again after it was destroyed, without a signal. A change of the transform itself
+        shows when a property or the size of the curve changes: take the transform away and give it
+        back to see it at once. */
     Q_PROPERTY(AbstractCurveTransform *geometryTransform READ geometryTransform WRITE
                     setGeometryTransform NOTIFY geometryTransformChanged)
     /*! \qmlproperty point Curve::p1
@@ -48,14 +52,15 @@ class CHARTS_EXPORT Curve : public ChartItem
         part of 1e-12, or by 1e-12 where one of the two is zero, is ignored. */
     Q_PROPERTY(QPointF p1 READ p1 WRITE setP1 NOTIFY p1Changed)
     /*! \qmlproperty point Curve::p2
-        The second end, as \l p1. */
+        The second end in pixels of the item, default (0, 0), as \l p1. */
     Q_PROPERTY(QPointF p2 READ p2 WRITE setP2 NOTIFY p2Changed)
     /*! \qmlproperty real Curve::lineWidth
         Width of the line in pixels, default 1. A relative change of at most 1e-12 is ignored. Bent
-        lines look best up to about 2: the bends of wider ones show small notches. */
+        lines look best up to about 2: the joints of smooth lines are transparent, so that wider
+        ones show small notches on the outside of their bends. */
     Q_PROPERTY(double lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
     /*! \qmlproperty color Curve::color
-        Colour of the line, default gray. */
+        Colour of the line, default gray (\c{"#a0a0a4"}). Its alpha counts. */
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
 
 public:

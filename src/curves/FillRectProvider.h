@@ -31,9 +31,10 @@ public:
     ~FillRectProvider() override;
 
     /*!
-        For each point the larger distance of the two ends of the segment that starts there from the
-        edge, never below 0, so that the fill reaches the edge everywhere; the last point repeats the
-        last segment's. Empty for fewer than two points.
+        For each of \a points the larger distance of the two ends of the segment that starts there
+        from the edge, never below 0, so that the fill reaches the edge everywhere; the last point
+        repeats the last segment's. The edge is y = 0 if \a up, else y = the height of \a rect.
+        Empty for fewer than two points.
     */
     QList<double> gradientHeights(
             const QList<QPointF> &points, const QRect &rect, bool up) override;

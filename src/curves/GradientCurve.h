@@ -18,12 +18,16 @@ class GradientProvider;
     \qmltype GradientCurve
     \inqmlmodule zel.charts
     \inherits Curve
-    \brief A curve with a fill on one side that fades from the curve's colour to nothing, for example
-    the mask of a limit test.
+    \brief A curve with a fill on one side that fades from the curve's colour to nothing, for
+    example the mask of a limit test.
+
+    \snippet Limits.qml gradient curve
 
     Nothing is drawn without both a \l {Curve::geometryTransform}{geometryTransform} and a \l shape;
     what was drawn before stays. Pointer handlers see the item only near its line, see
-    \l containsMouseMargin.
+    \l containsMouseMargin. Make the curve translucent by the \c opacity of the item: the fill of a
+    \l {Curve::color}{color} with an alpha below 1 is brighter than it should be. The fill may reach
+    beyond the item; clip it where that shows.
 */
 /*!
     \class Charts::GradientCurve
@@ -39,14 +43,17 @@ class CHARTS_EXPORT GradientCurve : public Curve
 
     /*! \qmlproperty bool GradientCurve::upDirection
         Whether the fill is above the line, towards y = 0, instead of below it. Default false. The
-        name of its signal is part of the published interface as it stands. */
+        notify signal has a name of its own. Handlers in documents go by either name,
+        \c onUpGradientChanged or \c onUpDirectionChanged. */
     Q_PROPERTY(bool upDirection READ upDirection WRITE setUpDirection NOTIFY upGradientChanged)
     /*! \qmlproperty GradientProvider GradientCurve::shape
-        How far the fill reaches, default null. Not owned. */
+        How far the fill reaches, default null: neither line nor fill is drawn. Not owned; null
+        again after it was destroyed, without a signal. */
     Q_PROPERTY(Charts::GradientProvider *shape READ shape WRITE setShape NOTIFY shapeChanged)
     /*! \qmlproperty int GradientCurve::containsMouseMargin
-        The distance from the edge of the line in pixels below which a point belongs to the item,
-        default 10. */
+        The distance from the edge of the line in pixels below which a point belongs to the item, so
+        that pointer handlers in it react, default 10. Needs no repaint. A negative one makes the
+        line thinner for the pointer. */
     Q_PROPERTY(int containsMouseMargin READ containsMouseMargin WRITE setContainsMouseMargin NOTIFY
                     containsMouseMarginChanged)
 
@@ -60,13 +67,12 @@ public:
     [[nodiscard]] GradientProvider *shape() const;
     void setShape(GradientProvider *shape);
     [[nodiscard]] int containsMouseMargin() const { return m_containsMouseMargin; }
-    /*! Needs no repaint. */
     void setContainsMouseMargin(int containsMouseMargin);
 
     /*!
         Whether \a point lies nearer to the line than half its width and containsMouseMargin(). Not
-        limited to the item's rectangle; false without a transform. Asks the transform for the points
-        and looks at all their segments until one is near enough. GUI thread.
+        limited to the item's rectangle; false without a transform. Asks the transform for the
+        points and looks at all their segments until one is near enough. GUI thread.
     */
     [[nodiscard]] bool contains(const QPointF &point) const override;
 

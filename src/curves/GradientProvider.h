@@ -16,6 +16,9 @@ namespace Charts {
     \qmltype GradientProvider
     \inqmlmodule zel.charts
     \brief How far the fill of a GradientCurve reaches.
+
+    Documents create a \l FillRectProvider; others are written in C++. One may serve any number of
+    curves.
 */
 /*!
     \class Charts::GradientProvider
@@ -34,9 +37,9 @@ public:
     ~GradientProvider() override;
 
     /*!
-        The height of the fill at each of \a points, in pixels of the item whose bounding rectangle is
-        \a rect; upwards from the point if \a up, else downwards. Nothing is filled unless there are
-        as many heights as points.
+        The height of the fill at each of \a points, in pixels of the item whose bounding rectangle
+        is \a rect; upwards from the point if \a up, else downwards. Nothing is filled unless there
+        are as many heights as points.
 
         Render thread, while the GUI thread is blocked.
     */

@@ -23,7 +23,7 @@ namespace Charts {
     \endcode
 
     As the exponent counts pixels, the same \l decibel bends a longer line more. A vertical line is
-    straight.
+    straight. A curve does not listen to its transform, see \l{Curve::geometryTransform}.
 */
 /*!
     \class Charts::LogarithmicCurveTransform
@@ -40,13 +40,14 @@ class CHARTS_EXPORT LogarithmicCurveTransform : public AbstractCurveTransform
         The steepness, in powers of ten per pixel, default 0. Above 0 a line to the right stays near
         its first end and moves late, below 0 it moves early; the other way round for a line to the
         left. The useful values are small, a few divided by the width of the curve. There is no bend
-        for 0, whose quotient is 0/0, nor so near to it that the powers are 1: a line whose ends lie on
-        different sides of y = 0, or on it, is not drawn at all, every other one lies flat at its
-        second end. Use a LinearCurveTransform for a straight line. A relative change of at most 1e-12
-        is ignored. */
+        for 0, whose quotient is 0/0, nor so near to it that the powers are 1: a line whose ends lie
+        on different sides of y = 0, or on it, is not drawn at all, every other one lies flat at its
+        second end. Use a LinearCurveTransform for a straight line. A relative change of at most
+        1e-12 is ignored. */
     Q_PROPERTY(double decibel READ decibel WRITE setDecibel NOTIFY decibelChanged)
     /*! \qmlproperty int LogarithmicCurveTransform::pointCount
-        The number of points of the line, default 100. Values below 2 are ignored. */
+        The number of points of the line, at equal distances in x, default 100. Values below 2 are
+        ignored. */
     Q_PROPERTY(int pointCount READ pointCount WRITE setPointCount NOTIFY pointCountChanged)
 
 public:
@@ -58,8 +59,8 @@ public:
     [[nodiscard]] int pointCount() const { return m_pointCount; }
     void setPointCount(int pointCount);
 
-    /*! pointCount() points at equal distances in x, the first at \a p1, the last at \a p2 up to
-        rounding. */
+    /*! As many points as pointCount() tells, at equal distances in x, the first at \a p1, the last
+        at \a p2 up to rounding. */
     QList<QPointF> points(QPointF p1, QPointF p2) override;
 
 Q_SIGNALS:

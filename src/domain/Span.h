@@ -20,8 +20,9 @@ namespace Charts {
     \inqmlmodule zel.charts
     \brief An interval of numbers with the ends \c min and \c max.
 
-    A span is a value: assigning it copies it. It is not normalised, \c min may be greater than
-    \c max. QML code makes one with \c{Domain.span(min, max)}.
+    A span is a value: assigning it copies it, and a copy tells nobody when it changes. It is not
+    normalised, \c min may be greater than \c max; its length counts as 0 then, wherever the library
+    asks for it. QML code makes one with \l{Domain::span()}{Domain.span(min, max)}.
 */
 /*!
     \class Charts::Span
@@ -39,11 +40,13 @@ class CHARTS_EXPORT Span
         Lower end, in the unit of whatever the span describes. Default 0. */
     Q_PROPERTY(double min MEMBER min)
     /*! \qmlproperty real span::max
-        Upper end. Default 0. */
+        Upper end, in the same unit. Default 0. */
     Q_PROPERTY(double max MEMBER max)
 
 public:
+    /*! The span from 0 to 0. */
     constexpr Span() = default;
+    /*! The span from \a lower to \a upper, as given. */
     constexpr Span(double lower, double upper)
         : min(lower)
         , max(upper)
@@ -58,13 +61,15 @@ public:
 };
 
 /*!
-    Compares \c min, then \c max: within 1e-12 absolutely when one of the two values is exactly 0,
-    otherwise within 1e-12 of the smaller magnitude. Near zero that is coarse for ranges whose ends
-    are themselves around 1e-12: choose a unit in which they are well above it.
+    Compares \c min of \a a and \a b, then \c max, and returns whether both are equal: within 1e-12
+    absolutely when one of the two values is exactly 0, otherwise within 1e-12 of the smaller
+    magnitude. Near zero that is coarse for ranges whose ends are themselves around 1e-12: choose a
+    unit in which they are well above it.
 */
 CHARTS_EXPORT bool operator==(const Span &a, const Span &b);
 
-/*! Writes "Span(min, max)", the ends with up to six significant digits, as one string, quoted unless the stream has quoting switched off. */
+/*! Writes \a span to \a debug as "Span(min, max)", the ends with up to six significant digits, as
+    one string, quoted unless the stream has quoting switched off. */
 CHARTS_EXPORT QDebug operator<<(QDebug debug, const Span &span);
 
 } // namespace Charts

@@ -13,10 +13,14 @@ namespace Charts {
 /*!
     \qmltype AbstractGrid
     \inqmlmodule zel.charts
+    \inherits ChartItem
     \brief What all grids have in common: the colours and the width of their lines.
 
-    Laid over or under a chart of the same size. Lines are smooth if the item's \c antialiasing is
-    on when they are made, which is the default here; a change shows when they are made anew for
+    Documents create \l XYGrid, \l PolarGrid or \l SmithGrid.
+
+    Laid under a chart of the same size, or over it. A grid is scene-graph geometry and shows with
+    every graphics API but the software one. Lines are smooth if the item's \c antialiasing is on
+    when they are made, which is the default here; a change shows when they are made anew for
     another reason.
 */
 /*!
@@ -33,16 +37,19 @@ class CHARTS_EXPORT AbstractGrid : public ChartItem
     QML_UNCREATABLE("")
 
     /*! \qmlproperty color AbstractGrid::innerGridLinesColor
-        Colour of the lines inside the grid, default dark gray. */
+        Colour of the lines inside the grid, default dark gray (\c{"#808080"}). */
     Q_PROPERTY(QColor innerGridLinesColor READ innerGridLinesColor WRITE setInnerGridLinesColor
                     NOTIFY innerGridLinesColorChanged)
     /*! \qmlproperty color AbstractGrid::outerGridLinesColor
-        Colour of the border lines, default gray. A new one shows when the grid is drawn anew for
-        another reason. */
+        Colour of the border lines, and of the axes of round grids, default gray (\c{"#a0a0a4"}).
+        Unlike the inner colour a new one requests no repaint: it shows when the grid is built anew
+        for another reason, such as a new inner colour, width or size. Set it before the inner one.
+        */
     Q_PROPERTY(QColor outerGridLinesColor READ outerGridLinesColor WRITE setOuterGridLinesColor
                     NOTIFY outerGridLinesColorChanged)
     /*! \qmlproperty real AbstractGrid::lineWidth
-        Width of the lines in pixels, default 1. A relative change of at most 1e-12 is ignored. */
+        Width of the lines in pixels, default 1. A relative change of at most 1e-12 is ignored.
+        Nothing else is checked. */
     Q_PROPERTY(double lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)
 
 public:
@@ -52,7 +59,6 @@ public:
     [[nodiscard]] QColor innerGridLinesColor() const { return m_innerGridLinesColor; }
     void setInnerGridLinesColor(QColor innerGridLinesColor);
     [[nodiscard]] QColor outerGridLinesColor() const { return m_outerGridLinesColor; }
-    /*! Requests no repaint, unlike the other setters. */
     void setOuterGridLinesColor(QColor outerGridLinesColor);
     [[nodiscard]] double lineWidth() const { return m_lineWidth; }
     void setLineWidth(double lineWidth);
@@ -60,7 +66,9 @@ public:
 Q_SIGNALS:
     void lineWidthChanged(double lineWidth);
     void innerGridLinesColorChanged(QColor innerGridLinesColor);
-    /*! Never emitted. The name is part of the published interface as it stands. */
+    /*! \qmlsignal AbstractGrid::blodLineWidthChanged(real blodLineWidth)
+        Never emitted, and \a blodLineWidth belongs to no property. The name is part of the
+        published interface as it stands. */
     void blodLineWidthChanged(double blodLineWidth);
     void outerGridLinesColorChanged(QColor outerGridLinesColor);
 

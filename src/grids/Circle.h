@@ -17,7 +17,9 @@ namespace Charts {
 */
 struct CHARTS_EXPORT Circle
 {
+    /*! In pixels of the item. */
     QPoint center;
+    /*! In pixels, not negative. */
     int radius = 0;
 
     /*! Whether \a other lies inside this circle or touches it from inside. */

@@ -12,10 +12,12 @@ namespace Charts {
 /*!
     \qmltype PolarGrid
     \inqmlmodule zel.charts
+    \inherits AbstractGrid
     \brief A polar diagram: a boundary circle, two axes, rings at the quarters of the radius and
     spokes, more of them towards the boundary.
 
-    It fills the largest centred square of the item and reads no trace domain.
+    It fills the largest centred square of the item and reads no trace domain: give it the \l scale
+    of the traces that it belongs to, as \l{Smith and polar domains} tells.
 */
 /*!
     \class Charts::PolarGrid
@@ -30,9 +32,11 @@ class CHARTS_EXPORT PolarGrid : public AbstractGrid
     QML_ELEMENT
 
     /*! \qmlproperty real PolarGrid::scale
-        The value that the boundary stands for. Above 1 a further circle marks 1, at the boundary's
-        radius divided by the scale, in whole pixels; where the boundary's radius is no whole number
-        it may show at a scale of 1, too. Default 1; below 0.001 the same as 0.001. */
+        The value that the boundary stands for, in data units; it hides the property of the same
+        name of an Item. Above 1 a further circle marks 1, at the boundary's radius divided by the
+        scale, in whole pixels; where the boundary's radius is no whole number it may show at a
+        scale of 1, too. Default 1; below 0.001 the same as 0.001. A relative change of at most
+        1e-12 is ignored. */
     Q_PROPERTY(double scale READ scale WRITE setScale NOTIFY scaleChanged)
 
 public:
@@ -40,7 +44,6 @@ public:
     ~PolarGrid() override;
 
     [[nodiscard]] double scale() const { return m_scale; }
-    /*! A relative change of at most 1e-12 is ignored. */
     void setScale(double scale);
 
 Q_SIGNALS:

@@ -7,7 +7,7 @@
 namespace Charts {
 
 /*!
-    Gives \a parent exactly \a count child nodes of the type \a Node: appends new ones at the end or
+    Gives \a parent exactly \a count child nodes of the type \c Node: appends new ones at the end or
     deletes surplus ones from the front. The caller rewrites all of them afterwards, in order.
     Render thread.
 */

@@ -22,11 +22,12 @@ namespace Charts {
 class CHARTS_EXPORT ArcNode : public QSGGeometryNode
 {
 public:
+    /*! Makes a node that shows nothing before its first update(). */
     ArcNode();
     ~ArcNode() override;
 
     /*!
-        Draws \a arc, \a width pixels wide.
+        Draws \a arc in \a color, \a width pixels wide, with \a antialiasing at smooth edges.
 
         The band is cut into segments of at most five pixels along its middle. The arc runs from its
         start angle in the direction of growing angles to its end angle; where the two are the same

@@ -15,9 +15,13 @@ namespace Charts {
 */
 struct ArcShape
 {
+    /*! Of the circle, in pixels. */
     QPointF center;
+    /*! Of the middle of the band that is drawn, in pixels. */
     double radius = 0.0;
+    /*! In radians. */
     double startAngle = 0.0;
+    /*! In radians; the arc runs to it in the direction of growing angles. */
     double endAngle = 0.0;
 };
 

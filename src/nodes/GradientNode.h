@@ -16,9 +16,9 @@
     \class GradientNode
     \brief Fills one side of a line or polyline with a colour that fades from the line on.
 
-    Coordinates are pixels of the item. Everything is in the vertices, which each update writes anew;
-    their memory is kept while their number stays. Lives on the render thread; made and owned by the
-    paint node of an item. The one class of the library outside its namespace.
+    Coordinates are pixels of the item. Everything is in the vertices, which each update writes
+    anew; their memory is kept while their number stays. Lives on the render thread; made and owned
+    by the paint node of an item. The one class of the library outside its namespace.
 
     A segment from p to q is a strip of four vertices; neighbouring segments share an edge, so that
     the strips of a polyline are one:
@@ -33,19 +33,21 @@
 class CHARTS_EXPORT GradientNode : public QSGGeometryNode
 {
 public:
+    /*! Makes a node that shows nothing before its first update(). */
     GradientNode();
     ~GradientNode() override;
 
     /*!
-        Fills from \a line to the top edge of an item of \a size if \a up, else to its bottom edge.
-        The far side is parallel to the line: it meets the edge at the end of the line that is farther
-        from it, and lies beyond it elsewhere. Clip the item where that shows. A line above the item
-        is not filled upwards; one below it is filled back to the bottom edge.
+        Fills in \a color from \a line to the top edge of an item of \a size if \a up, else to its
+        bottom edge. The far side is parallel to the line: it meets the edge at the end of the line
+        that is farther from it, and lies beyond it elsewhere. Clip the item where that shows. A
+        line above the item is not filled upwards; one below it is filled back to the bottom edge.
     */
     void update(const QLineF &line, const QColor &color, bool up, const QSize &size);
     /*!
-        Fills from the line through \a points as far as \a heights, one for each point, upwards if
-        \a up, else downwards. Fewer than two points, or another number of heights, show nothing.
+        Fills in \a color from the line through \a points as far as \a heights, one for each point,
+        upwards if \a up, else downwards. Fewer than two points, or another number of heights, show
+        nothing.
     */
     void update(const QList<QPointF> &points, const QColor &color, bool up,
             const QList<double> &heights);

@@ -27,22 +27,25 @@ namespace Charts {
 class CHARTS_EXPORT LineNode : public QSGGeometryNode
 {
 public:
+    /*! Makes a node that shows nothing before its first update(). */
     LineNode();
     ~LineNode() override;
 
-    /*! Draws \a line. A line without length shows nothing. */
+    /*! Draws \a line in \a color, \a width pixels wide, with smooth edges if \a smooth. A line
+        without length shows nothing. */
     void update(const QLineF &line, float width, QColor color, bool smooth);
     /*!
-        Draws the lines between successive \a points. Fewer than two show nothing.
+        Draws the lines between successive \a points in \a color, \a width pixels wide, with smooth
+        edges if \a smooth. Fewer than two show nothing.
 
-        All lines are one strip. Of smooth ones the triangles from one to the next are transparent, so
-        that wide lines show notches on the outside of their bends: hardly any up to a width of 2,
-        clearly from 8 on.
+        All lines are one strip. Of smooth ones the triangles from one to the next are transparent,
+        so that wide lines show notches on the outside of their bends: hardly any up to a width of
+        2, clearly from 8 on.
     */
     void update(const QList<QPointF> &points, float width, QColor color, bool smooth);
     /*!
-        Writes one line into the geometry: 4 vertices from \a index on, or 8 when \a smooth. Neither
-        makes room for them nor marks the node as changed.
+        Writes \a line into the geometry, in \a color and \a width pixels wide: 4 vertices from
+        \a index on, or 8 when \a smooth. Neither makes room for them nor marks the node as changed.
 
         A smooth line is a strip of eight vertices, p and q being its ends, moved by half a pixel:
 

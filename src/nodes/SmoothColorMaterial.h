@@ -31,12 +31,13 @@ namespace Charts {
 class CHARTS_EXPORT SmoothColorMaterial : public QSGMaterial
 {
 public:
+    /*! Makes a material that blends. All of them are the same. */
     SmoothColorMaterial();
     ~SmoothColorMaterial() override;
 
     QSGMaterialType *type() const override;
     QSGMaterialShader *createShader(QSGRendererInterface::RenderMode renderMode) const override;
-    /*! Always 0. */
+    /*! Always 0, whatever the \a other is: all materials of the class are equal. */
     int compare(const QSGMaterial *other) const override;
 
     /*! The layout of a vertex, 20 bytes. The same object at all times. */

@@ -39,7 +39,8 @@ public:
     /*! Whether no range is stored. */
     [[nodiscard]] bool isEmpty() const { return m_ranges.empty(); }
 
-    /*! Sets the number of points of the array. A new size drops every stored range. */
+    /*! Makes \a size the number of points of the array, 0 at first. A new size drops every stored
+        range, the same one none. */
     void setSize(int size);
     [[nodiscard]] int size() const { return m_size; }
 

@@ -6,7 +6,8 @@ namespace Charts {
 
 /*!
     \enum Charts::BoundingMethod
-    What happens, on one axis, to the parts of a trace outside the view port.
+    What happens, on one axis, to the parts of a trace outside the view port. One pixel is that of
+    the chart's picture. Extra matrices cost two more draw calls for each axis.
 
     \value Clamp The coordinate of each vertex is clamped into the view port shrunk by one pixel on
         each side, so that what lies outside is drawn on the border.

@@ -6,6 +6,8 @@ namespace Charts {
 
 /*!
     \enum Charts::DrawType
+    What is drawn of the vertices.
+
     \value Points One point a vertex; the trace's width is the diameter in pixels.
     \value LineStrip A line through the vertices in the order of their index; the trace's width is
         the line's width.
