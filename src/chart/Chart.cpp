@@ -238,7 +238,10 @@ void Chart::mouseDoubleClickEvent(QMouseEvent *event)
 void Chart::mouseUngrabEvent()
 {
     const QPointer<Chart> guard(this);
-    if (isRubberBandShown())
+    // Newer versions of Qt count the band as hidden already when the chart has left its window; it
+    // would come back with the chart.
+    constexpr bool mayBeHiddenWithChart = QT_VERSION >= QT_VERSION_CHECK(6, 5, 0);
+    if (m_rubberBand && (mayBeHiddenWithChart || m_rubberBand->isVisible()))
         m_rubberBand->stopResize();
     if (guard)
         ChartItem::mouseUngrabEvent();
