@@ -27,6 +27,16 @@ install(FILES
     DESTINATION ${charts_header_dir}
     COMPONENT Development)
 
+# What Qt has to know of the classes to describe those that a program derives from them to QML.
+get_target_property(charts_metatypes ChartsLibrary INTERFACE_QT_META_TYPES_BUILD_FILE)
+install(FILES ${charts_metatypes}
+    DESTINATION ${charts_package_dir}
+    RENAME metatypes.json
+    COMPONENT Development)
+set(charts_metatypes $<INSTALL_PREFIX>/${charts_package_dir}/metatypes.json)
+target_sources(ChartsLibrary INTERFACE
+    $<INSTALL_INTERFACE:$<$<BOOL:$<TARGET_PROPERTY:QT_CONSUMES_METATYPES>>:${charts_metatypes}>>)
+
 # The plugin finds the library wherever the tree is moved to.
 file(RELATIVE_PATH charts_plugin_to_library
     /${charts_module_dir} /${CMAKE_INSTALL_LIBDIR})

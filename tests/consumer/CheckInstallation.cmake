@@ -21,7 +21,8 @@ set(cmake_files
     ${package}/ChartsLibraryConfig.cmake
     ${package}/ChartsLibraryConfigVersion.cmake
     ${package}/ChartsLibraryTargets.cmake
-    ${package}/ChartsLibraryTargets-${configuration}.cmake)
+    ${package}/ChartsLibraryTargets-${configuration}.cmake
+    ${package}/metatypes.json)
 
 # --- Which files
 set(expected

@@ -18,11 +18,13 @@ inline QString importVariant()
 
 inline void applyImportVariant(QQmlEngine &engine)
 {
-    if (importVariant() == QStringLiteral("folder"))
-        return;
     QStringList paths = engine.importPathList();
-    for (const QString &path : qEnvironmentVariable("QML_IMPORT_PATH").split(QLatin1Char(':')))
-        paths.removeAll(path);
+    // Newer versions of Qt look into the resources by themselves.
+    paths.removeAll(QStringLiteral("qrc:/qt/qml"));
+    if (importVariant() != QStringLiteral("folder")) {
+        for (const QString &path : qEnvironmentVariable("QML_IMPORT_PATH").split(QLatin1Char(':')))
+            paths.removeAll(path);
+    }
     if (importVariant() == QStringLiteral("resources"))
         paths.prepend(QStringLiteral(":/qt/qml"));
     engine.setImportPathList(paths);

@@ -3,6 +3,7 @@
 #include "ExpectedPicture.h"
 #include "GlProbe.h"
 #include "Graphics.h"
+#include "LongLines.h"
 #include "PixelTrace.h"
 
 #include <QtCore/QRegularExpression>
@@ -269,6 +270,8 @@ void tst_Bounding::farBeyond()
 
     ExpectedPicture expected(size);
     addBounded(expected, strip, BoundingMethod::Unbounded, method, 2.0, Qt::red);
+    if (method != BoundingMethod::Clamp && !driverDrawsLinesOf(distance))
+        QEXPECT_FAIL("", "this driver leaves out lines of this length", Continue);
     QCOMPARE(expected.compare(window.picture()), QString());
 }
 

@@ -46,6 +46,8 @@ void OffscreenWindow::invalidate()
         return;
     m_control.invalidate();
     m_isInitialized = false;
+    // Or newer versions of Qt take the next one for the same, which may get its name.
+    m_window.setRenderTarget(QQuickRenderTarget());
     m_target.reset();
 }
 

@@ -186,14 +186,14 @@ void tst_ZoomDragRules::ungrabbed_data()
             << Action([](ZoomWindow &window) { window.chart()->setEnabled(false); })
             << Action([](ZoomWindow &window) { window.chart()->setEnabled(true); });
     QTest::newRow("parent disabled")
-            << Action([](ZoomWindow &window) { window.contentItem()->setEnabled(false); })
-            << Action([](ZoomWindow &window) { window.contentItem()->setEnabled(true); });
+            << Action([](ZoomWindow &window) { window.chart()->parentItem()->setEnabled(false); })
+            << Action([](ZoomWindow &window) { window.chart()->parentItem()->setEnabled(true); });
     QTest::newRow("chart invisible")
             << Action([](ZoomWindow &window) { window.chart()->setVisible(false); })
             << Action([](ZoomWindow &window) { window.chart()->setVisible(true); });
     QTest::newRow("parent invisible")
-            << Action([](ZoomWindow &window) { window.contentItem()->setVisible(false); })
-            << Action([](ZoomWindow &window) { window.contentItem()->setVisible(true); });
+            << Action([](ZoomWindow &window) { window.chart()->parentItem()->setVisible(false); })
+            << Action([](ZoomWindow &window) { window.chart()->parentItem()->setVisible(true); });
 }
 
 void tst_ZoomDragRules::ungrabbed()
@@ -202,6 +202,9 @@ void tst_ZoomDragRules::ungrabbed()
     QFETCH(Action, restore);
 
     ZoomWindow window;
+    // Not the window's own, which newer versions of Qt do not show again.
+    QQuickItem parent(window.contentItem());
+    window.chart()->setParentItem(&parent);
     QVERIFY2(window.start(), window.error());
     (void)window.takeLog();
     window.mouse.press({40.0, 30.0});

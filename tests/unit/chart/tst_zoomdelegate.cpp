@@ -365,14 +365,22 @@ void tst_ZoomDelegate::withoutParent()
     ZoomDelegate delegate;
     delegate.setVisible(false);
     delegate.startResize(QPointF(10.0, 20.0));
-    QVERIFY(delegate.isVisible());
+    // Newer versions of Qt tell of an item without a parent that it is hidden, whatever was set.
+    QQuickItem parent;
+    const auto isSetVisible = [&] {
+        delegate.setParentItem(&parent);
+        const bool isVisible = delegate.isVisible();
+        delegate.setParentItem(nullptr);
+        return isVisible;
+    };
+    QVERIFY(isSetVisible());
     QCOMPARE(delegate.position(), QPointF(10.0, 20.0));
     // There is nothing to drag in.
     delegate.updatePoint(QPointF(50.0, 60.0));
     QCOMPARE(delegate.size(), QSizeF(0.0, 0.0));
     QVERIFY(!delegate.isAreaValid());
     delegate.stopResize();
-    QVERIFY(!delegate.isVisible());
+    QVERIFY(!isSetVisible());
 }
 
 QTEST_MAIN(tst_ZoomDelegate)

@@ -127,12 +127,15 @@ QString propertyText(const QmltypesObject &object, qsizetype index)
     QStringList words{u"property"_s, typeText(object), object.text(u"name"_s), u"read"_s};
     if (!object.isSet(u"isReadonly"_s))
         words.append(u"write"_s);
+    if (object.isSet(u"isConstant"_s))
+        words.append(u"constant"_s);
     if (object.bindings.contains(u"notify"_s))
         words.append(object.text(u"notify"_s));
     if (object.text(u"index"_s) != QString::number(index))
         words.append(u"index: "_s + object.text(u"index"_s));
     return words.join(u' ')
-           + remarks(object, typeBindings + QStringList{u"isReadonly"_s, u"notify"_s});
+           + remarks(object,
+                   typeBindings + QStringList{u"isReadonly"_s, u"isConstant"_s, u"notify"_s});
 }
 
 QString functionText(const QmltypesObject &object)

@@ -28,8 +28,8 @@ struct QmltypesObject
 
     /*!
         What a Component shows, in the form of Signature::members() with full names, but for what a
-        description leaves out: the values of enumerations and that a property is constant. What is
-        said of a member beyond that stands behind it.
+        description leaves out: the values of enumerations and, in those of Qt 6.4, that a property is
+        constant. What is said of a member beyond that stands behind it.
     */
     [[nodiscard]] QStringList members() const;
 };

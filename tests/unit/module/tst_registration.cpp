@@ -97,11 +97,17 @@ void note(QQmlPrivate::RegistrationType kind, const void *data)
 
 Q_DECL_EXPORT int QQmlPrivate::qmlregister(RegistrationType kind, void *data)
 {
-    note(kind, data);
+    // Newer versions of Qt call it from within for each part of a registration.
+    static int depth = 0;
+    if (depth == 0)
+        note(kind, data);
     using Function = int (*)(RegistrationType, void *);
     const auto next = reinterpret_cast<Function>(
             dlsym(RTLD_NEXT, "_ZN11QQmlPrivate11qmlregisterENS_16RegistrationTypeEPv"));
-    return next(kind, data);
+    ++depth;
+    const int result = next(kind, data);
+    --depth;
+    return result;
 }
 
 Q_DECL_EXPORT void qmlRegisterModule(const char *uri, int versionMajor, int versionMinor)
