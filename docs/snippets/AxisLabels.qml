@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import zel.charts 1.0
 import Snippets

@@ -48,12 +48,12 @@ class TraceList;
     The items inside a chart are drawn over its traces; one with a negative \c z is drawn under
     them, which is the place for a grid.
 
-    Mouse and hover signals come where the pointer is, see \l{Hit-testing}. A mouse event is
-    answered from the selection image that exists, and alone it requests no new one: a trace is
-    found where it was when data last changed while an event was waiting. An application that wants
-    hits on resting data marks one of its traces changed while the pointer moves over the chart.
-    Switching the item's \c antialiasing drops the image: nothing is hit until data changes while an
-    event is waiting.
+    Mouse and hover signals tell what the pointer is on, see \l{Hit-testing}. A mouse event is
+    answered from an image of the traces that is drawn for this alone and never shown. The event
+    requests no new one: a trace is found where it was when data last changed while an event was
+    waiting. An application that wants hits on resting data marks one of its traces changed while
+    the pointer moves over the chart. A change of the chart's size and switching the item's
+    \c antialiasing drop the image: nothing is hit until data changes while an event is waiting.
 
     \sa {Your first trace}, {Zoom}, {Performance}
 */

@@ -26,7 +26,10 @@ namespace Charts {
 */
 /*!
     \class Charts::ChartMouseEvent
-    \brief A mouse event as signal handlers see it. The chart owns it, on its stack. GUI thread.
+    \brief A mouse event as signal handlers see it.
+
+    The chart makes it on its stack for one signal; a pointer that was kept leads nowhere
+    afterwards. GUI thread.
 */
 class CHARTS_EXPORT ChartMouseEvent : public QObject
 {

@@ -16,9 +16,9 @@ namespace Charts {
     \inqmlmodule zel.charts
     \brief The rubber band of a chart: the rectangle that a drag opens.
 
-    Declare it in the chart with whatever is to be seen as its children, set \c{visible: false}, and
-    assign it to the chart's \l{Chart::rubberBand}{rubberBand}. A drag shows it, gives it position
-    and size, and hides it at the end; it draws nothing itself.
+    An Item of Qt Quick. Declare it in the chart with whatever is to be seen as its children, set
+    \c{visible: false}, and assign it to the chart's \l{Chart::rubberBand}{rubberBand}. A drag shows
+    it, gives it position and size, and hides it at the end; it draws nothing itself.
 
     \snippet Zoom.qml rubber band
 

@@ -70,9 +70,9 @@ public:
     void setContainsMouseMargin(int containsMouseMargin);
 
     /*!
-        Whether \a point lies nearer to the line than half its width and containsMouseMargin(). Not
-        limited to the item's rectangle; false without a transform. Asks the transform for the
-        points and looks at all their segments until one is near enough. GUI thread.
+        Whether \a point lies nearer to the line than half its width and containsMouseMargin()
+        together. Not limited to the item's rectangle; false without a transform. Asks the transform
+        for the points and looks at all their segments until one is near enough. GUI thread.
     */
     [[nodiscard]] bool contains(const QPointF &point) const override;
 

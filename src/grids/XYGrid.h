@@ -50,9 +50,10 @@ class CHARTS_EXPORT XYGrid : public AbstractGrid
             rounded to four significant digits
         \value XYGrid.NiceLabelsLinGrid  at multiples of \l{Domain::niceStep()}{a readable step};
             none at the upper end of the range, where the border is
-        \value XYGrid.LogGrid  at 1, 2, ... 9 times each power of ten. The range is in decades, (0, 3)
-            for 1 to 1000; a negative end counts as 0: data below 1 have no lines, and the others
-            have theirs elsewhere than the trace */
+        \value XYGrid.LogGrid  at 1, 2, ... 9 times each power of ten; none at the lower end of the
+            range, where the border is. The range is in decades, (0, 3) for 1 to 1000; a negative
+            end counts as 0: data below 1 have no lines, and the others have theirs elsewhere than
+            the trace */
     Q_PROPERTY(GridLayoutMode xLayout READ xLayout WRITE setXLayout NOTIFY xLayoutChanged)
     /*! \qmlproperty span XYGrid::xRange
         What the grid's width shows, in data units; decades in the layout LogGrid. Default (0, 0),

@@ -68,14 +68,14 @@ public:
 
     [[nodiscard]] float width() const { return m_width; }
     /*! Makes \a width the line width or point diameter in pixels, default 1.5. A relative change of
-        at most 1e-5 is ignored. What is 0, negative or NaN leaves a line at the width of the one
-        drawn before it. */
+        at most 1e-5 is ignored, and so is NaN. A width of 0 or below leaves a line at the width of
+        the one drawn before it. */
     void setWidth(float width);
 
     [[nodiscard]] bool visible() const { return m_visible; }
     /*! Makes the trace \a visible, which is the default, or not. A hidden trace uploads nothing:
         what is in its dirtyRange() stays there until it is shown, and makes the renderer draw every
-        frame anew until then. So write a hidden trace only when something has really changed. */
+        frame anew until then. So do not write to a hidden trace what can wait until it is shown. */
     void setVisible(bool visible);
 
     [[nodiscard]] bool squaredViewPort() const { return m_squaredViewPort; }

@@ -65,7 +65,9 @@ inline QRect boundsOf(const QImage &picture, QRgb color)
 inline void showDiagonal(SnippetDocument &document)
 {
     LineTrace &trace = document.trace();
+    //! [range]
     trace.domain()->setRangeXY(0.0, 10.0, -1.0, 1.0);
+    //! [range]
     trace.setPoints({{.x = 0.0F, .y = -1.0F}, {.x = 10.0F, .y = 1.0F}});
 }
 

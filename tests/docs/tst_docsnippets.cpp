@@ -51,8 +51,10 @@ private Q_SLOTS:
 
     void lineIsDrawn();
     void labels();
+    void logLabels();
     void zoom();
     void hits();
+    void sharpChart();
     void roundPicture_data();
     void roundPicture();
     void limits();
@@ -361,6 +363,27 @@ void tst_DocSnippets::labels()
             {u"0"_s, u"0.2"_s, u"0.4"_s, u"0.6"_s, u"0.8"_s, u"1"_s});
 }
 
+void tst_DocSnippets::logLabels()
+{
+    SnippetDocument document(u"LogAxis.qml"_s);
+    QVERIFY(document.isShown());
+    document.trace().domain()->setRangeX(0.0, 3.0);
+    const Chart &chart = document.chart();
+    QMap<QString, double> places; // in widths of the chart
+    for (const QQuickItem *item : document.view().rootObject()->childItems()) {
+        const QVariant text = item->property("text");
+        if (text.isValid() && item->isVisible()) {
+            places.insert(
+                    text.toString(), (item->x() + item->width() / 2.0 - chart.x()) / chart.width());
+        }
+    }
+    // None at the lower end, and none of 2 to 9 times a power of ten.
+    QCOMPARE(places.keys(), (QStringList{u"10"_s, u"100"_s, u"1000"_s}));
+    QVERIFY(std::abs(places.value(u"10"_s) - 1.0 / 3.0) < 1e-4);
+    QVERIFY(std::abs(places.value(u"100"_s) - 2.0 / 3.0) < 1e-4);
+    QVERIFY(std::abs(places.value(u"1000"_s) - 1.0) < 1e-4);
+}
+
 void tst_DocSnippets::zoom()
 {
     SnippetDocument document(u"Zoom.qml"_s);
@@ -406,6 +429,35 @@ void tst_DocSnippets::hits()
     QTRY_COMPARE(chart.property("message").toString(), u"current at 320, 180"_s);
     QTest::mouseClick(&view, Qt::LeftButton, {}, {320, 40});
     QTRY_COMPARE(chart.property("message").toString(), u"background"_s);
+
+    // Without it the last image answers, until a change of the chart's size drops it.
+    refresh.setChart(nullptr);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, {320, 180});
+    QTRY_COMPARE(chart.property("message").toString(), u"current at 320, 180"_s);
+    chart.setHeight(chart.height() + 2.0);
+    QVERIFY(!document.picture().isNull());
+    QTest::mouseClick(&view, Qt::LeftButton, {}, {320, 180});
+    QTRY_COMPARE(chart.property("message").toString(), u"background"_s);
+}
+
+void tst_DocSnippets::sharpChart()
+{
+    SnippetDocument document(u"SharpChart.qml"_s);
+    QVERIFY(document.isShown());
+    QVERIFY(document.view().rootObject()->setProperty("ratio", 2.0));
+    showDiagonal(document);
+    // Twice as many pixels in the same place.
+    const Chart &chart = document.chart();
+    QCOMPARE(chart.size(), QSizeF(640.0, 400.0));
+    QCOMPARE(chart.mapRectToScene(chart.boundingRect()), QRectF(0.0, 0.0, 320.0, 200.0));
+    const QImage picture = document.picture();
+    QCOMPARE(picture.size(), QSize(320, 200));
+    const QRect line = boundsOf(picture, blue);
+    QVERIFY(line.width() > 300 && line.height() > 190);
+
+    QTest::mouseClick(&document.view(), Qt::LeftButton, {}, {80, 40});
+    QTRY_COMPARE(
+            document.view().rootObject()->property("clickPoint").toPointF(), QPointF(80.0, 40.0));
 }
 
 void tst_DocSnippets::roundPicture_data()
