@@ -15,6 +15,22 @@ namespace {
 
 constexpr int usageError = 2;
 
+const QStringList &themes()
+{
+    static const QStringList names = {
+            QStringLiteral("light"), QStringLiteral("dark"), QStringLiteral("system")};
+    return names;
+}
+
+/*! The one of \a names that is \a name in letters of any case; empty if there is none. */
+QString find(const QStringList &names, const QString &name)
+{
+    const auto found = std::find_if(names.begin(), names.end(), [&name](const QString &known) {
+        return known.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == names.end() ? QString() : *found;
+}
+
 } // namespace
 
 std::optional<CommandLine> CommandLine::parse(
@@ -33,7 +49,10 @@ std::optional<CommandLine> CommandLine::parse(
             QStringLiteral("Let each page run for two seconds, write a PNG of it into this folder "
                            "and exit."),
             QStringLiteral("DIR"));
-    parser.addOptions({help, page, screenshot});
+    const QCommandLineOption theme(QStringLiteral("theme"),
+            QStringLiteral("light, dark or system, which follows the desktop (default)."),
+            QStringLiteral("THEME"), QStringLiteral("system"));
+    parser.addOptions({help, page, screenshot, theme});
     parser.addPositionalArgument(QStringLiteral("FILE"),
             QStringLiteral(
                     "CSV files of samples for the page Signal: a header row, a time column, "
@@ -54,19 +73,20 @@ std::optional<CommandLine> CommandLine::parse(
         return std::nullopt;
     }
 
-    CommandLine commandLine{
-            parser.value(page), parser.value(screenshot), parser.positionalArguments()};
+    CommandLine commandLine{parser.value(page), parser.value(screenshot),
+            find(themes(), parser.value(theme)), parser.positionalArguments()};
     if (parser.isSet(screenshot) && commandLine.screenshotDirectory.isEmpty())
         return fail(QStringLiteral("--screenshot needs a folder"));
     if (parser.isSet(page)) {
-        const auto known = std::find_if(pages.begin(), pages.end(), [&](const QString &name) {
-            return name.compare(commandLine.page, Qt::CaseInsensitive) == 0;
-        });
-        if (known == pages.end()) {
+        commandLine.page = find(pages, parser.value(page));
+        if (commandLine.page.isEmpty()) {
             return fail(QStringLiteral("unknown page '%1', there are: %2")
-                                .arg(commandLine.page, pages.join(QStringLiteral(", "))));
+                                .arg(parser.value(page), pages.join(QStringLiteral(", "))));
         }
-        commandLine.page = *known;
+    }
+    if (commandLine.theme.isEmpty()) {
+        return fail(QStringLiteral("unknown theme '%1', there are: %2")
+                            .arg(parser.value(theme), themes().join(QStringLiteral(", "))));
     }
     for (const QString &file : commandLine.files) {
         if (!QFileInfo::exists(file))

@@ -13,6 +13,7 @@ struct CommandLine
 {
     QString page;                // empty: the one that fits the files
     QString screenshotDirectory; // empty: interactive
+    QString theme;               // "light", "dark" or "system"
     QStringList files;
 
     /*!

@@ -29,7 +29,8 @@ constexpr int ioError = 1;
 constexpr int badFile = 2;
 
 const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal"), QStringLiteral("Bode"),
-        QStringLiteral("Network"), QStringLiteral("Limits"), QStringLiteral("Picking")};
+        QStringLiteral("Network"), QStringLiteral("Limits"), QStringLiteral("Picking"),
+        QStringLiteral("Large")};
 
 bool isTouchstone(const QString &file)
 {
@@ -120,7 +121,8 @@ int main(int argc, char *argv[])
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral(":/qt/qml"));
     engine.setInitialProperties({{QStringLiteral("pages"), pages},
-            {QStringLiteral("currentPage"), pageFor(*commandLine)}});
+            {QStringLiteral("currentPage"), pageFor(*commandLine)},
+            {QStringLiteral("theme"), commandLine->theme}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Gallery/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;

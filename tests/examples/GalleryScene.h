@@ -22,7 +22,7 @@ inline constexpr int patience = 5000; // milliseconds
 
 inline const QStringList pages = {QStringLiteral("Live"), QStringLiteral("Signal"),
         QStringLiteral("Bode"), QStringLiteral("Network"), QStringLiteral("Limits"),
-        QStringLiteral("Picking")};
+        QStringLiteral("Picking"), QStringLiteral("Large")};
 
 /*! The window of a document, with what there is to see of its chart. */
 class Scene
@@ -104,11 +104,13 @@ private:
 };
 
 /*! The gallery's window at one of its pages; null if it does not appear. */
-inline std::unique_ptr<Scene> openPage(QQmlEngine &engine, const QString &page)
+inline std::unique_ptr<Scene> openPage(
+        QQmlEngine &engine, const QString &page, const QString &theme = QStringLiteral("dark"))
 {
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Gallery/Main.qml")));
     auto scene = std::make_unique<Scene>(component,
-            QVariantMap{{QStringLiteral("pages"), pages}, {QStringLiteral("currentPage"), page}});
+            QVariantMap{{QStringLiteral("pages"), pages}, {QStringLiteral("currentPage"), page},
+                    {QStringLiteral("theme"), theme}});
     return QTest::qWaitForWindowExposed(scene->window()) ? std::move(scene) : nullptr;
 }
 

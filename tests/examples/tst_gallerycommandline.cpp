@@ -111,7 +111,8 @@ void tst_GalleryCommandLine::help()
     QCOMPARE(result.errors, QString());
     QVERIFY(result.output.startsWith(QStringLiteral("Usage: ")));
     for (const QString &word : {QStringLiteral("--help"), QStringLiteral("--page <NAME>"),
-                 QStringLiteral("--screenshot <DIR>"), QStringLiteral("[FILE...]")})
+                 QStringLiteral("--screenshot <DIR>"), QStringLiteral("--theme <THEME>"),
+                 QStringLiteral("light, dark or system"), QStringLiteral("[FILE...]")})
         QVERIFY2(result.output.contains(word), qPrintable(word));
     QCOMPARE(namesBehind(QStringLiteral("Pages: "), result.output), pageNames());
 }
@@ -135,6 +136,18 @@ void tst_GalleryCommandLine::refusals_data()
     row("--page without a value", "--page", 2, "Missing value after '--page'.");
     row("--screenshot without a value", "--screenshot", 2, "Missing value after '--screenshot'.");
     row("empty screenshot folder", "--screenshot=", 2, "--screenshot needs a folder");
+
+    row("--theme without a value", "--theme", 2, "Missing value after '--theme'.");
+    for (const char *theme : {"", "blue", "dar", "dark, light", "system.csv"}) {
+        QTest::addRow("theme '%s'", theme)
+                << QStringLiteral("--theme=") + QString::fromUtf8(theme) << 2
+                << QStringLiteral("unknown theme '%1', there are: light, dark, system")
+                           .arg(QString::fromUtf8(theme));
+    }
+    // Known themes, in any letters: what is wrong is something else.
+    row("light theme", "--theme|light|missing.csv", 2, "missing.csv: no such file");
+    row("dark theme", "--theme=DARK|missing.csv", 2, "missing.csv: no such file");
+    row("system theme", "--theme|System|missing.csv", 2, "missing.csv: no such file");
 
     row("missing file", "missing.csv", 2, "missing.csv: no such file");
     row("missing folder", "no/where.csv", 2, "no/where.csv: no such file");

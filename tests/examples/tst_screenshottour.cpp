@@ -42,7 +42,7 @@ namespace {
 const QString program = QStringLiteral(GALLERY);
 const QSize windowSize(1080, 680);
 
-// Colours of the gallery's theme, the first one that of the first trace.
+// Colours of the gallery's dark theme, the first one that of the first trace.
 constexpr QRgb traceColor = 0x66e08a;
 constexpr QRgb frameColor = 0x3a4656;
 
@@ -127,8 +127,9 @@ QString tst_ScreenshotTour::writeTable(const QByteArray &text) const
 QImage tst_ScreenshotTour::pictureOf(const QByteArray &text) const
 {
     const QString shots = m_folder.filePath(QStringLiteral("pictures"));
-    const ProgramResult result = run({QStringLiteral("--page"), QStringLiteral("signal"),
-            QStringLiteral("--screenshot"), shots, writeTable(text)});
+    const ProgramResult result = run({QStringLiteral("--theme"), QStringLiteral("dark"),
+            QStringLiteral("--page"), QStringLiteral("signal"), QStringLiteral("--screenshot"),
+            shots, writeTable(text)});
     if (result.exitCode != 0 || !result.errors.isEmpty())
         qWarning("exit code %d, %s", result.exitCode, qPrintable(result.errors));
     return QImage(shots + QStringLiteral("/signal.png"));

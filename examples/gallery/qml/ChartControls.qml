@@ -13,7 +13,7 @@ Flow {
 
     signal pauseToggled
 
-    spacing: 14
+    spacing: 10
 
     SmallButton {
         visible: controls.canPause

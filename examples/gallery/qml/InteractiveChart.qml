@@ -13,6 +13,10 @@ Chart {
     property real lineWidth: 2
     property int zoomType: ZoomDelegate.Diagonal
     property AbstractTrace hoveredTrace: null
+    // Traces that were attached, and the names of the colours that they came with: a colour itself
+    // would stay that of the trace.
+    property var knownTraces: []
+    property var ownColors: []
     // Where the button went down, to tell a click from a drag.
     property point pressPoint
 
@@ -31,7 +35,19 @@ Chart {
             // Not the trace's business: what a double click does is the same everywhere.
             trace.doubleClicked.connect(event => event.accepted = false);
         }
+        const colors = traces.map(trace => ownColor(trace));
+        knownTraces = [...traces];
+        ownColors = colors;
+        recolor();
         restyle();
+    }
+    function ownColor(trace: AbstractTrace): string {
+        const index = knownTraces.indexOf(trace);
+        return index < 0 ? trace.color.toString() : ownColors[index];
+    }
+    function recolor(): void {
+        for (let i = 0; i < traces.length; ++i)
+            traces[i].color = Theme.traceColor(Qt.color(ownColors[i]));
     }
     function noteHover(trace: AbstractTrace, isHovered: bool): void {
         if (isHovered)
@@ -75,6 +91,13 @@ Chart {
     }
     onDoubleClicked: zoomReset()
 
+    Connections {
+        function onIsDarkChanged(): void {
+            chart.recolor();
+        }
+
+        target: Theme
+    }
     HitTestRefresh {
         chart: chart
         trace: chart.traces.length > 0 ? chart.traces[0] : null

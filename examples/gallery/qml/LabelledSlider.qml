@@ -14,7 +14,7 @@ Item {
     property alias stepSize: slider.stepSize
     property alias value: slider.value
 
-    implicitWidth: label.width + 138
+    implicitWidth: label.width + 108
     implicitHeight: 32
 
     Text {

@@ -9,7 +9,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: analyzer.traces // qmllint disable property type
+    readonly property var traces: analyzer.traces // qmllint disable
     readonly property Chart chart: plot.chart
     readonly property bool isAlert: upper.isValid && upper.margin < alertSlider.value
     readonly property string unit: qsTr("dBm")

@@ -8,7 +8,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: cpu.traces // qmllint disable property type
+    readonly property var traces: cpu.traces // qmllint disable
     readonly property Chart chart: plot.chart
 
     spacing: 8

@@ -10,7 +10,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: network.magnitudes // qmllint disable property type
+    readonly property var traces: network.magnitudes // qmllint disable
     readonly property Chart chart: plot.chart
 
     spacing: 8
@@ -48,7 +48,7 @@ ColumnLayout {
             RoundPlot {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                traces: network.reflections // qmllint disable property type
+                traces: network.reflections // qmllint disable
                 reach: network.scale
                 isFlipped: network.flip
                 title: qsTr("reflections")
@@ -57,7 +57,7 @@ ColumnLayout {
             RoundPlot {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                traces: network.phasors // qmllint disable property type
+                traces: network.phasors // qmllint disable
                 isSmith: false
                 reach: network.scale
                 title: qsTr("all parameters")
@@ -83,7 +83,7 @@ ColumnLayout {
         LabelledSlider {
             id: reachSlider
 
-            width: 164
+            width: 156
             textWidth: 66
             text: qsTr("Scale %1").arg(value.toFixed(2))
             from: 0.5

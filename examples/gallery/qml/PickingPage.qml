@@ -8,7 +8,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: table.traces // qmllint disable property type
+    readonly property var traces: table.traces // qmllint disable
     readonly property Chart chart: plot.chart
 
     spacing: 8

@@ -10,7 +10,7 @@ Item {
     id: area
 
     property var traces: []
-    readonly property var domain: traces.length > 0 ? traces[0].domain : null // qmllint disable property
+    readonly property var domain: traces.length > 0 ? traces[0].domain : null // qmllint disable
     readonly property var xRange: domain?.xRange ?? Domain.span(0, 1)
     readonly property var yRange: domain?.yRange ?? Domain.span(0, 1)
     property int xLayout: XYGrid.NiceLabelsLinGrid
@@ -24,6 +24,8 @@ Item {
     property string yUnit: ""
     // Names of the values 0, 1, ...: they stand at their values, and not numbers at the lines.
     property var yNames: []
+    // What can be done here, in place of what can be done everywhere.
+    property string hint: qsTr("click a trace for its value, drag to zoom, double click or Esc to go back")
     readonly property alias chart: chartItem
     // What is drawn over the chart, or under the traces where its z is negative.
     default property alias overlays: chartItem.data
@@ -39,19 +41,34 @@ Item {
             shown = logarithmicLabels(values);
         else if (isEnd)
             shown = [...values, end];
+        const texts = shown.map(value => isLogX ? scaled(10 ** value, "", 3) : label(value, step));
+        const widths = texts.map(text => labelMetrics.advanceWidth(text));
+        // Where they are at equal distances, every second one and so on, as is wide enough for all.
+        const distance = step * width / (xRange.max - xRange.min);
+        const stride = isLogX ? 1 : readableStride((Math.max(...widths) + 10) / distance);
         const ticks = [];
-        let free = -1;
-        for (const value of shown) {
-            const position = Domain.mapToGeometry(Domain.span(0, width), xRange, value);
-            if (position < free || position > width + 1)
+        let free = -Infinity;
+        for (let i = 0; i < shown.length; ++i) {
+            const position = Domain.mapToGeometry(Domain.span(0, width), xRange, shown[i]);
+            // The last one stays in the window.
+            const left = Math.min(position - widths[i] / 2, area.width - frame.x - widths[i] - 1);
+            const isLeftOut = step > 0 && Math.round(shown[i] / step) % stride !== 0;
+            if (isLeftOut || left < free || position > width + 1)
                 continue;
             ticks.push({
-                    "position": position,
-                    "text": isLogX ? scaled(10 ** value, "", 3) : label(value, step)
+                    "left": left,
+                    "text": texts[i]
                 });
-            free = position + 44;
+            free = left + widths[i] + 10;
         }
         return ticks;
+    }
+    // The first of 1, 2, 5, 10, 20, ... that is not smaller.
+    function readableStride(least: real): int {
+        if (!(least > 1 && least < 1e6))
+            return 1;
+        const decade = 10 ** Math.floor(Math.log10(least));
+        return [1, 2, 5, 10].find(part => part * decade >= least) * decade;
     }
     // Decades as long as there are some, borders included, else every line.
     function logarithmicLabels(values: var): var {
@@ -96,9 +113,15 @@ Item {
         return ticks;
     }
     function number(value: real, decimals: int): string {
+        const digits = Math.abs(value).toFixed(decimals);
         // No minus before a zero.
-        const isZero = Math.abs(value) < 0.5 * 10 ** -decimals;
-        return (isZero ? 0 : value).toFixed(decimals).replace("-", "\u2212");
+        const sign = value < 0 && Number(digits) !== 0 ? "\u2212" : "";
+        const parts = digits.split(".");
+        let whole = parts[0];
+        // Groups of three digits in numbers that are long enough to need them.
+        for (let place = whole.length > 4 ? whole.length - 3 : 0; place > 0; place -= 3)
+            whole = whole.slice(0, place) + "\u202f" + whole.slice(place);
+        return sign + (parts.length > 1 ? whole + "." + parts[1] : whole);
     }
     // With as many decimals as the step has, if those are few, or as tell neighbouring labels apart.
     function label(value: real, step: real): string {
@@ -127,6 +150,11 @@ Item {
 
     onTracesChanged: readout.text = ""
 
+    FontMetrics {
+        id: labelMetrics
+
+        font.pixelSize: Theme.labelSize
+    }
     Rectangle {
         id: frame
 
@@ -154,7 +182,7 @@ Item {
             Text {
                 required property var modelData
 
-                x: Math.round(modelData.position - width / 2)
+                x: Math.round(modelData.left)
                 y: frame.height + 6
                 text: modelData.text
                 color: Theme.dimText
@@ -186,6 +214,15 @@ Item {
             onBackgroundClicked: readout.text = ""
         }
     }
+    // Where the chart itself takes keys.
+    Rectangle {
+        anchors.fill: frame
+        anchors.margins: -3
+        visible: chartItem.activeFocus && chartItem.activeFocusOnTab
+        color: "transparent"
+        border.color: Theme.focus
+        border.width: 2
+    }
     Shortcut {
         sequence: "Esc"
         onActivated: chartItem.zoomReset()
@@ -216,7 +253,7 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 2
         visible: width + xTitle.width + 16 < frame.width
-        text: qsTr("click a trace for its value, drag to zoom, double click or Esc to go back")
+        text: area.hint
         color: Theme.dimText
         font.pixelSize: Theme.labelSize
     }

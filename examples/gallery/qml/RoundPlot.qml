@@ -49,6 +49,11 @@ Item {
         x: Math.round((plot.width - width) / 2)
         y: 22
 
+        Rectangle {
+            anchors.fill: parent
+            radius: width / 2
+            color: Theme.plot
+        }
         SmithGrid {
             anchors.fill: parent
             visible: plot.isSmith

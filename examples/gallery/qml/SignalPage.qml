@@ -9,7 +9,7 @@ import Gallery
 ColumnLayout {
     id: page
 
-    readonly property var traces: player.traces // qmllint disable property type
+    readonly property var traces: player.traces // qmllint disable
     readonly property Chart chart: plot.chart
 
     // "4 s of data a second" is how fast the beam runs where it is not the signal's own rate.
