@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "GlCounters.h"
 
-#include <QtGui/qopengl.h>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFunctions>
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <string_view>
@@ -12,6 +14,10 @@
 namespace {
 
 using Procedure = void (*)();
+
+// Not defined by the OpenGL ES 2 headers.
+constexpr GLenum maxSamples = 0x8D57;
+constexpr GLenum renderbufferSamples = 0x8CAB;
 
 struct Sums
 {
@@ -31,7 +37,7 @@ void add(std::atomic<qint64> &counter, qint64 value)
     counter.fetch_add(value, std::memory_order_relaxed);
 }
 
-/*! The wrapper of one function: what \a observe makes of the arguments, then the driver's own. */
+/*! The wrapper of one function: the driver's own, then what \a observe makes of the arguments. */
 template<auto observe, typename... Arguments>
 struct Wrapper
 {
@@ -40,8 +46,8 @@ struct Wrapper
 
     static void QOPENGLF_APIENTRY call(Arguments... arguments)
     {
-        observe(arguments...);
         real.load(std::memory_order_relaxed)(arguments...);
+        observe(arguments...);
     }
 
     static Procedure wrap(Procedure procedure)
@@ -76,8 +82,17 @@ constexpr auto countTexturePart = [](GLenum, GLint, GLint, GLint, GLsizei width,
                                           GLenum format, GLenum, const void *) {
     add(sums.textureBytes, textureSize(width, height, format));
 };
-constexpr auto noteSamples = [](GLenum, GLsizei samples, GLenum, GLsizei, GLsizei) {
-    sampleCount = samples;
+// Asked for, a driver may grant others.
+constexpr auto noteSamples = [](GLenum target, GLsizei, GLenum, GLsizei, GLsizei) {
+    GLint granted = 0;
+    QOpenGLContext::currentContext()->functions()->glGetRenderbufferParameteriv(
+            target, renderbufferSamples, &granted);
+    sampleCount = granted;
+};
+// All programs draw with equally many: one of those compared never asks for more.
+constexpr auto limitSamples = [](GLenum name, GLint *value) {
+    if (name == maxSamples)
+        *value = std::min(*value, GlCounters::mostSamples);
 };
 
 struct Entry
@@ -101,6 +116,7 @@ constexpr std::array entries = {
                                       GLenum, GLenum, const void *>::wrap},
         Entry{"glTexSubImage2D", &Wrapper<countTexturePart, GLenum, GLint, GLint, GLint, GLsizei,
                                          GLsizei, GLenum, GLenum, const void *>::wrap},
+        Entry{"glGetIntegerv", &Wrapper<limitSamples, GLenum, GLint *>::wrap},
         Entry{"glRenderbufferStorageMultisample",
                 &Wrapper<noteSamples, GLenum, GLsizei, GLenum, GLsizei, GLsizei>::wrap},
 };

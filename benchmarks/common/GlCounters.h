@@ -24,7 +24,9 @@ struct GlCounters
 
     /*! Since the process began, of all threads. */
     [[nodiscard]] static GlCounters now();
-    /*! Samples of a pixel in the multisampled image made last; 0 when there was none. */
+    /*! What the driver is made to offer at most. */
+    static constexpr int mostSamples = 4;
+    /*! Samples of a pixel in the multisampled image made last, as granted; 0 when there was none. */
     [[nodiscard]] static int samples();
 
     GlCounters &operator+=(const GlCounters &other);

@@ -85,6 +85,8 @@ QByteArray runInWindow(
     more.insert(QStringLiteral("all_draw_calls"), each(all.drawCalls));
     more.insert(QStringLiteral("all_texture_bytes"), each(all.textureBytes));
     more.insert(QStringLiteral("samples"), GlCounters::samples());
+    more.insert(
+            QStringLiteral("buffer_bytes"), static_cast<double>(frames.contents().allocatedBytes));
     more.insert(QStringLiteral("renderer"), renderer);
     more.insert(QStringLiteral("threaded"), frames.isThreaded());
     more.insert(QStringLiteral("first_frame_ms"), firstFrame);

@@ -11,6 +11,7 @@ DecimatedTrace::DecimatedTrace(const BenchmarkOptions &options, int index, QObje
     , m_columnCount(options.size.width())
     , m_samples(static_cast<std::size_t>(options.points))
     , m_pyramid(m_samples.size())
+    , m_isBlinking(options.mode == BenchmarkOptions::Mode::Static && index == 0)
 {
     m_data.setDrawType(DrawType::LineStrip);
     m_data.setColor(SignalSource::colorOf(index, false));
@@ -20,6 +21,10 @@ DecimatedTrace::DecimatedTrace(const BenchmarkOptions &options, int index, QObje
 
 void DecimatedTrace::updateData()
 {
+    if (m_isBlinking) {
+        m_isOther = !m_isOther;
+        m_data.setColor(SignalSource::colorOf(0, m_isOther));
+    }
     const SignalSource::Frame frame = m_source.next();
     const bool isNew = frame.written[0].length > 0 || frame.visibleFirst != m_visibleFirst;
     if (isNew)
@@ -47,9 +52,10 @@ void DecimatedTrace::fill(const SignalSource::Frame &frame)
     const auto &vertices = m_line.vertices();
     const int count = static_cast<int>(vertices.size());
     auto &array = m_data.array();
+    constexpr float hidden = -1e6F;
     array.resize(vertices.size());
     for (std::size_t i = 0; i < vertices.size(); ++i)
-        array[i] = {vertices[i].x, vertices[i].y, vertices[i].isGap ? 0.0F : 1.0F};
+        array[i] = {vertices[i].x, vertices[i].y, vertices[i].isGap ? hidden : 1.0F};
     m_data.dirtyRange().setSize(count);
     m_data.filledRange().setSize(count);
     m_data.dirtyRange().push({0, count});

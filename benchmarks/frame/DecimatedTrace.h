@@ -33,6 +33,8 @@ private:
     Charts::Decimation::MinMaxPyramid m_pyramid;
     Charts::Decimation::LineDecimation m_line;
     Charts::TraceData m_data;
+    bool m_isBlinking; // as SignalTrace does
+    bool m_isOther = false;
 };
 
 #endif

@@ -8,7 +8,7 @@ namespace Charts {
 class XYGrid;
 }
 
-/*! A grid of 100 lines that changes with every frame: 45 upright, 51 across and the border. */
+/*! A grid of 100 lines that changes with every frame: 45 upright, 51 across and 4 around. */
 class GridScene : public WindowScene
 {
 public:

@@ -20,10 +20,11 @@ QByteArray runScene(const CommandLine &commandLine, bool decimated)
             return std::make_unique<GridScene>(options, window);
         });
     }
-    return runInWindow(
-            options, QStringLiteral("charts"), [&options, decimated](QQuickWindow &window) {
-                return std::make_unique<ChartScene>(options, decimated, window);
-            });
+    const QString program =
+            decimated ? QStringLiteral("charts, decimated") : QStringLiteral("charts");
+    return runInWindow(options, program, [&options, decimated](QQuickWindow &window) {
+        return std::make_unique<ChartScene>(options, decimated, window);
+    });
 }
 
 } // namespace
@@ -44,6 +45,8 @@ int main(int argc, char **argv)
         return commandLine.refuse(
                 QStringLiteral("--floor: there is none of mode '%1'").arg(options.modeName()));
     }
+    if (commandLine.isSet(decimated) && options.mode == Mode::Grid)
+        return commandLine.refuse(QStringLiteral("--decimated: a grid has no points"));
     if (commandLine.isSet(floor) && commandLine.isSet(decimated))
         return commandLine.refuse(QStringLiteral("--floor and --decimated exclude each other"));
 

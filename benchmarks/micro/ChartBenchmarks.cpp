@@ -49,7 +49,7 @@ void endOf(std::unique_ptr<Chart> &chart, benchmark::State &state)
 }
 
 /*! One tick. Most of it is handing the traces to the threads and waiting for these: read the wall
-    time, the processor time is that of one thread. */
+    time; the processor time is that of all threads. */
 void updateTraces(benchmark::State &state)
 {
     const Traces traces = makeTraces(state.range(0));

@@ -79,7 +79,7 @@ void queryRange(benchmark::State &state)
 }
 BENCHMARK(queryRange)->ArgName("samples")->Arg(10)->Arg(1000)->Arg(100'000)->Arg(count);
 
-/*! The whole width of a chart, at another place each time. */
+/*! The whole width of a chart, at another place each time unless all of it is visible. */
 void fillColumns(benchmark::State &state)
 {
     constexpr int columnCount = 1920;

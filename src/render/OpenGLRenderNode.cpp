@@ -78,8 +78,8 @@ void OpenGLRenderNode::setTraceData(bool tracesDirty, const std::vector<Abstract
 {
     Q_ASSERT(isOnThreadOf(this));
     if (traces != m_traces) {
+        m_buffers->forgetOrder(traces.size());
         m_traces = traces;
-        m_buffers->forgetOrder(m_traces.size());
     }
     if (tracesDirty) {
         m_buffers->retain(m_traces);
@@ -183,6 +183,12 @@ void OpenGLRenderNode::renderGL(bool selection)
     glEnableVertexAttribArray(TraceProgram::PointsLocation);
     glEnableVertexAttribArray(TraceProgram::OpacityLocation);
 
+    drawTraces(selection);
+    m_vao.release();
+}
+
+void OpenGLRenderNode::drawTraces(bool selection)
+{
     TraceDrawPass pass(*this, *m_program, m_textureSize);
     if (selection)
         pass.setExtraLineWidth(selectionExtraLineWidth);
@@ -199,7 +205,6 @@ void OpenGLRenderNode::renderGL(bool selection)
                 selection ? TracePicker::colorOf(drawnCount) : rgb(data.color()));
         ++drawnCount;
     }
-    m_vao.release();
 }
 
 void OpenGLRenderNode::handleMouseEvents()

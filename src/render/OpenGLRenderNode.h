@@ -90,6 +90,7 @@ public:
 
 private:
     [[nodiscard]] QPointer<AbstractTrace> pick(const QMouseEvent &event);
+    void drawTraces(bool selection);
     void hideImage();
 
     QQuickWindow *m_window = nullptr;

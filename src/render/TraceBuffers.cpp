@@ -62,6 +62,7 @@ TraceBuffers::Buffer &TraceBuffers::bufferOf(const AbstractTrace *trace, std::si
 
 void TraceBuffers::retain(const std::vector<AbstractTrace *> &traces)
 {
+    forgetOrder(traces.size());
     decltype(m_buffers) retained;
     retained.reserve(traces.size());
     for (const AbstractTrace *trace : traces) {
@@ -72,7 +73,6 @@ void TraceBuffers::retain(const std::vector<AbstractTrace *> &traces)
             slot->second = std::move(known->second);
     }
     m_buffers = std::move(retained);
-    forgetOrder(traces.size());
 }
 
 } // namespace Charts

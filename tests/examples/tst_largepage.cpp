@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -94,6 +95,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void spikeAtItsPixel();
+    void samplesThatStandAlone();
     void drawsNothingAtRest();
     void wheel();
     void rightDrag();
@@ -136,6 +138,34 @@ void tst_LargePage::spikeAtItsPixel()
             if (sample > 1e7 + visible / 100.0)
                 QVERIFY2(
                         std::abs(x + 0.5 - pixel) <= spread, qPrintable(name + QString::number(x)));
+        }
+    }
+}
+
+void tst_LargePage::samplesThatStandAlone()
+{
+    const LargeScene large(openPage(m_engine, QStringLiteral("Large")));
+    // One value now and then, and nothing between.
+    constexpr std::size_t count = 200'000;
+    constexpr std::size_t distance = 10'007;
+    std::vector<float> samples(count, std::numeric_limits<float>::quiet_NaN());
+    for (std::size_t i = 0; i < count; i += distance)
+        samples[i] = 3.0F;
+    large.signal->append(samples);
+    const double width = large.chartArea().width();
+
+    for (const double visible : {190'000.0, 50'000.0, 15'000.0}) {
+        const double first = 1e7 + 5000.0;
+        large.show(first, first + visible);
+        std::vector<int> columns;
+        QTRY_VERIFY_WITH_TIMEOUT(!(columns = large.columnsAt(3.0)).empty(), patience);
+        for (std::size_t i = 0; i < count; i += distance) {
+            const double pixel = (1e7 + static_cast<double>(i) - first) / visible * width;
+            if (pixel < 1.0 || pixel > width - 1.0)
+                continue;
+            QVERIFY2(std::any_of(columns.begin(), columns.end(),
+                             [&](int x) { return std::abs(x + 0.5 - pixel) <= 1.5; }),
+                    qPrintable(QStringLiteral("%1 visible: none at %2").arg(visible).arg(pixel)));
         }
     }
 }

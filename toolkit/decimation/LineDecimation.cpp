@@ -24,18 +24,26 @@ void LineDecimation::fillColumns(
 {
     const double quarter = columns.width() / 4.0;
     std::size_t first = columns.firstSample(-1, pyramid.begin(), pyramid.end());
+    bool isAfterGap = true;
     for (int column = -1; column <= columns.count(); ++column) {
         const std::size_t last = columns.firstSample(column + 1, pyramid.begin(), pyramid.end());
         const Extremes extremes = pyramid.query(storage, first, last);
-        const double edge = columns.edge(column);
+        const double left = columns.edge(column);
+        const double right = columns.edge(column + 1);
         if (extremes.isEmpty()) {
-            addGap(edge);
+            // The line before it ends at the edge: half a column is less than a driver has to draw.
+            if (!isAfterGap)
+                moveLast(left);
+            addGap(left);
         } else {
-            add(edge + quarter, extremes.first());
-            add(edge + 3.0 * quarter, extremes.second());
+            add(isAfterGap ? left : left + quarter, extremes.first());
+            add(right - quarter, extremes.second());
         }
+        isAfterGap = extremes.isEmpty();
         first = last;
     }
+    if (!isAfterGap)
+        moveLast(columns.edge(columns.count() + 1));
 }
 
 void LineDecimation::fillSamples(
@@ -69,6 +77,11 @@ void LineDecimation::addGap(double position)
     // In front of the first vertex there is nothing to interrupt.
     if (!m_vertices.empty() && !m_vertices.back().isGap)
         m_vertices.push_back({static_cast<float>(position - m_origin), m_vertices.back().y, true});
+}
+
+void LineDecimation::moveLast(double position)
+{
+    m_vertices.back().x = static_cast<float>(position - m_origin);
 }
 
 void LineDecimation::add(double position, float value)

@@ -15,7 +15,10 @@ struct LineVertex
 {
     float x = 0.0F; // samples to the right of the line's origin
     float y = 0.0F;
-    bool isGap = false; // no value: the line is interrupted here
+    /// No value: the line is interrupted here. There is one such vertex to a gap, so it has to hide all
+    /// of the two pieces of line that meet in it. In a chart it does with an opacity far below 0, such
+    /// as -1e6; with 0 the tenth next to it would be hidden, and the rest drawn across the gap.
+    bool isGap = false;
 
     friend bool operator==(const LineVertex &, const LineVertex &) = default;
 };
@@ -32,8 +35,8 @@ struct LineVertex
 ///         |'          | '   \     |     are in the column, and all of these.
 ///         |           |      '....|
 ///
-/// The distance of half a column from vertex to vertex keeps a column of one value visible between
-/// two gaps. With fewer samples the line goes through the samples themselves; one that is alone between
+/// Where the line begins, ends or is interrupted, it goes to the edge of the column: one that stands
+/// alone between two gaps is a dash as wide as a column, which every driver draws. With fewer samples the line goes through the samples themselves; one that is alone between
 /// missing ones becomes a dash as wide as a column.
 ///
 /// A missing value, NaN, interrupts the line where the samples themselves are drawn. In columns it does
@@ -68,6 +71,7 @@ private:
     /// Consecutive ones are one.
     void addGap(double position);
     void add(double position, float value);
+    void moveLast(double position);
 
     std::vector<LineVertex> m_vertices;
     double m_origin = 0.0;

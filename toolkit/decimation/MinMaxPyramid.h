@@ -32,7 +32,8 @@ struct Extremes
 ///
 /// The samples stay where the caller has them, who hands them over with each call: appended ones once,
 /// so that the levels can be continued, and the storage with each query, in which the two ends of a
-/// range are looked up. The pyramid copies none of them; its levels take a fourteenth of their memory.
+/// range are looked up. The pyramid copies none of them; its levels take a fourteenth of their memory,
+/// up to twice as much while they grow.
 ///
 /// Samples are numbered from the first one ever appended. Sample i is storage[i % storage.size()],
 /// which fits two kinds of storage:

@@ -7,10 +7,11 @@ namespace Charts::Decimation {
 
 PixelColumns::PixelColumns(double first, double last, int count)
 {
+    if (count <= 0 || count > MaxCount)
+        return;
     const double width = (last - first) / count;
     // Also false where one of them is NaN.
-    const bool isUsable =
-            count > 0 && std::isfinite(width) && first < first + width && last - width < last;
+    const bool isUsable = std::isfinite(width) && first < first + width && last - width < last;
     if (!isUsable)
         return;
     m_first = first;

@@ -20,9 +20,12 @@ namespace Charts::Decimation {
 class PixelColumns
 {
 public:
+    /// More than any display has.
+    static constexpr int MaxCount = 1 << 24;
+
     /// None.
     PixelColumns() = default;
-    /// None either unless `count` is positive, `first` less than `last`, and these two finite and so
+    /// None either unless `count` is positive and not above MaxCount, `first` less than `last`, and these two finite and so
     /// far apart, compared to their size, that the columns have a width.
     PixelColumns(double first, double last, int count);
 

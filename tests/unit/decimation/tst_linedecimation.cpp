@@ -58,22 +58,27 @@ QString defectOf(const LineDecimation &line, const Window &window,
 {
     const PixelColumns columns = window.columns();
     const std::vector<LineVertex> &vertices = line.vertices();
-    std::size_t next = 0;
     const auto end = begin + static_cast<std::int64_t>(samples.size());
     std::int64_t first = begin;
     while (first < end && window.columnOf(first) < -1)
         ++first;
+    // What is in the columns, with none on both sides of them.
+    std::vector<decltype(TestSamples::find(samples, 0, 0))> expected(1);
     for (int column = -1; column <= window.count; ++column) {
         std::int64_t last = first;
         while (last < end && window.columnOf(last) == column)
             ++last;
-        const auto expected = TestSamples::find(samples, static_cast<std::size_t>(first - begin),
-                static_cast<std::size_t>(last - begin));
+        expected.push_back(TestSamples::find(samples, static_cast<std::size_t>(first - begin),
+                static_cast<std::size_t>(last - begin)));
         first = last;
-        const double edge = static_cast<double>(window.first) / 16.0
-                            + static_cast<double>(window.length) / 16.0 * column / window.count;
+    }
+    expected.emplace_back();
+
+    std::size_t next = 0;
+    for (std::size_t i = 1; i + 1 < expected.size(); ++i) {
+        const int column = static_cast<int>(i) - 2;
         const QString where = QStringLiteral("column %1, vertex %2: ").arg(column).arg(next);
-        if (!expected) {
+        if (!expected[i]) {
             if (next > 0 && !vertices[next - 1].isGap) {
                 if (next >= vertices.size() || !vertices[next].isGap)
                     return where + QStringLiteral("no gap");
@@ -86,17 +91,22 @@ QString defectOf(const LineDecimation &line, const Window &window,
         const LineVertex &left = vertices[next];
         const LineVertex &right = vertices[next + 1];
         next += 2;
-        const bool isMinFirst = expected->minIndex <= expected->maxIndex;
-        if (left.isGap || right.isGap || left.y != (isMinFirst ? expected->min : expected->max)
-                || right.y != (isMinFirst ? expected->max : expected->min))
+        const bool isMinFirst = expected[i]->minIndex <= expected[i]->maxIndex;
+        const float earlier = isMinFirst ? expected[i]->min : expected[i]->max;
+        const float later = isMinFirst ? expected[i]->max : expected[i]->min;
+        if (left.isGap || right.isGap || left.y != earlier || right.y != later)
             return where
-                   + QStringLiteral("%1, %2 instead of [%3, %4]")
+                   + QStringLiteral("%1, %2 instead of %3, %4")
                              .arg(left.y)
                              .arg(right.y)
-                             .arg(expected->min)
-                             .arg(expected->max);
-        if (!standsAt(left, edge + 0.25 * columns.width(), line, columns)
-                || !standsAt(right, edge + 0.75 * columns.width(), line, columns))
+                             .arg(earlier)
+                             .arg(later);
+        // Out to the edge where there is no neighbour.
+        const double width = static_cast<double>(window.length) / 16.0 / window.count;
+        const double edge = static_cast<double>(window.first) / 16.0 + width * column;
+        if (!standsAt(left, expected[i - 1] ? edge + 0.25 * width : edge, line, columns)
+                || !standsAt(
+                        right, expected[i + 1] ? edge + 0.75 * width : edge + width, line, columns))
             return where + QStringLiteral("stands at %1 and %2").arg(left.x).arg(right.x);
     }
     return next == vertices.size() ? QString() : QStringLiteral("too many vertices");
