@@ -52,8 +52,11 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 file(WRITE ${PROJECT_BINARY_DIR}/shlibs
     "libChartsLibrary ${PROJECT_VERSION_MAJOR} ${runtime_package} (>= ${PROJECT_VERSION})\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/shlibs)
-# The module, also the one within the library, imports it.
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS qml6-module-qtquick)
+# What the module, also the one within the library, imports. Debian 12's QtQuick does not name those
+# that it imports itself.
+set(imported_modules "qml6-module-qtquick, qml6-module-qtqml, qml6-module-qtqml-models, \
+qml6-module-qtqml-workerscript")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "${imported_modules}")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}
 The shared library. It draws traces that an application writes in C++, with
 OpenGL, beside cartesian, polar and Smith chart grids, and holds the QML module
@@ -61,7 +64,7 @@ zel.charts for the programs that link it.")
 
 set(CPACK_DEBIAN_QMLMODULE_PACKAGE_NAME ${qml_package})
 set(CPACK_DEBIAN_QMLMODULE_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_QMLMODULE_PACKAGE_DEPENDS qml6-module-qtquick)
+set(CPACK_DEBIAN_QMLMODULE_PACKAGE_DEPENDS "${imported_modules}")
 set(CPACK_COMPONENT_QMLMODULE_DESCRIPTION "${PROJECT_DESCRIPTION} - QML module
 The module zel.charts for QML documents that are loaded without a program that
 links the library, and its type description for tools.")

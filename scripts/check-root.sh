@@ -211,8 +211,8 @@ quietly 'apt could not read its lists' inside use apt-get -qq update
 quietly 'apt could not install the packages' inside use bash -c \
     'apt-get -qq install -y --no-install-recommends /packages/*.deb'
 quietly 'apt could not install the tools' inside use apt-get -qq install -y --no-install-recommends \
-    g++ cmake make pkg-config "${display_packages[@]}" libgl1-mesa-dri qml-qt6 qml6-module-qtqml \
-    qml6-module-qtqml-workerscript qml6-module-qtquick-window
+    g++ cmake make pkg-config "${display_packages[@]}" libgl1-mesa-dri qml-qt6 \
+    qml6-module-qtquick-window
 keep_archives use
 
 step 'examples/minimal against the packages'

@@ -6,13 +6,14 @@ set -euo pipefail
 
 usage() {
     cat <<EOF
-Usage: scripts/demo.sh [--page NAME] [--screenshot DIR] [FILE...]
+Usage: scripts/demo.sh [--page NAME] [--theme THEME] [--screenshot DIR] [FILE...]
 
 Installs what is missing, builds, and opens the gallery. Where there is no display, writes a PNG of
 each page into build/screenshots instead.
 
   --page NAME       open this page, or take the screenshot of this page only
                     (pages: $(pages | paste -sd, | sed 's/,/, /g'))
+  --theme THEME     light, dark or system, which follows the desktop (default)
   --screenshot DIR  let each page run for two seconds, write a PNG of it into DIR and exit
   --help            show this help
   FILE              CSV files of samples for the page Signal: a header row, a time column, value
@@ -37,13 +38,18 @@ while [ $# -gt 0 ]; do
         usage
         exit 0
         ;;
-    --page | --screenshot)
+    --page | --screenshot | --theme)
         [ -n "${2:-}" ] || fail 2 "$1 needs a value"
         if [ "$1" = --page ]; then
             # Not grep -q, which would end at once and break the pipe.
             pages | grep -ixF -- "$2" >/dev/null ||
                 fail 2 "unknown page '$2', there are: $(pages | paste -sd, | sed 's/,/, /g')"
             arguments+=(--page "$2")
+        elif [ "$1" = --theme ]; then
+            case $2 in
+            light | dark | system) arguments+=(--theme "$2") ;;
+            *) fail 2 "unknown theme '$2', there are: light, dark, system" ;;
+            esac
         else
             screenshot_directory=$(realpath -m -- "$2")
         fi

@@ -84,7 +84,8 @@ expect_field(${module} Section libs)
 expect_field(${development} Section libdevel)
 expect_relations(${runtime} Depends
     libc6 libqt6core6 libqt6gui6 libqt6opengl6 libqt6qml6 libqt6quick6 libqt6concurrent6)
-expect_relations(${module} Depends "${runtime} (= ${version})" qml6-module-qtquick libqt6qml6)
+expect_relations(${module} Depends "${runtime} (= ${version})" libqt6qml6
+    qml6-module-qtquick qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript)
 expect_relations(${development} Depends
     "${runtime} (= ${version})" qt6-base-dev qt6-declarative-dev)
 expect_relations(${development} Recommends ${module})

@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
 # Compares what LIBRARY exports, as NM tells, with LIST, or with -DUPDATE=ON writes LIST so.
 #
-# Compared are the demangled names of symbols that the library alone defines. Weak and unique ones stay out:
-# they are copies of inline functions and templates, Qt's and the standard library's among them, and which
-# of them a library carries depends on compiler and build type. So do marks of the linker and of
-# AddressSanitizer. One name may stand for several symbols: the two or three that a compiler makes of each
-# constructor and destructor.
+# Compared are the demangled names of symbols that the library alone defines. Weak and unique ones stay
+# out: they are copies of inline functions and templates, Qt's and the standard library's among them, and
+# which of them a library carries depends on compiler and build type. So do marks of the linker and what
+# AddressSanitizer and gcov add. One name may stand for several symbols: the two or three that a compiler
+# makes of each constructor and destructor.
 cmake_minimum_required(VERSION 3.25)
 
 set(introduction "# SPDX-License-Identifier: MIT
@@ -22,7 +22,7 @@ foreach(line IN LISTS lines)
         list(APPEND found "${CMAKE_MATCH_1}")
     endif()
 endforeach()
-list(FILTER found EXCLUDE REGEX "^(_init|_fini|_edata|_end|__bss_start)$|^__odr_asan\\.")
+list(FILTER found EXCLUDE REGEX "^(_init|_fini|_edata|_end|__bss_start)$|^__odr_asan\\.|^__gcov_|^mangle_path$")
 list(REMOVE_DUPLICATES found)
 list(SORT found)
 list(LENGTH found count)

@@ -24,26 +24,25 @@ void LineDecimation::fillColumns(
 {
     const double quarter = columns.width() / 4.0;
     std::size_t first = columns.firstSample(-1, pyramid.begin(), pyramid.end());
-    bool isAfterGap = true;
+    int runLength = 0; // columns since the last gap
     for (int column = -1; column <= columns.count(); ++column) {
         const std::size_t last = columns.firstSample(column + 1, pyramid.begin(), pyramid.end());
         const Extremes extremes = pyramid.query(storage, first, last);
-        const double left = columns.edge(column);
-        const double right = columns.edge(column + 1);
+        const double edge = columns.edge(column);
         if (extremes.isEmpty()) {
-            // The line before it ends at the edge: half a column is less than a driver has to draw.
-            if (!isAfterGap)
-                moveLast(left);
-            addGap(left);
+            if (runLength == 1)
+                widenLastColumn(quarter);
+            addGap(edge);
+            runLength = 0;
         } else {
-            add(isAfterGap ? left : left + quarter, extremes.first());
-            add(right - quarter, extremes.second());
+            add(edge + quarter, extremes.first());
+            add(edge + 3.0 * quarter, extremes.second());
+            ++runLength;
         }
-        isAfterGap = extremes.isEmpty();
         first = last;
     }
-    if (!isAfterGap)
-        moveLast(columns.edge(columns.count() + 1));
+    if (runLength == 1)
+        widenLastColumn(quarter);
 }
 
 void LineDecimation::fillSamples(
@@ -79,9 +78,10 @@ void LineDecimation::addGap(double position)
         m_vertices.push_back({static_cast<float>(position - m_origin), m_vertices.back().y, true});
 }
 
-void LineDecimation::moveLast(double position)
+void LineDecimation::widenLastColumn(double quarter)
 {
-    m_vertices.back().x = static_cast<float>(position - m_origin);
+    m_vertices[m_vertices.size() - 2].x -= static_cast<float>(quarter);
+    m_vertices[m_vertices.size() - 1].x += static_cast<float>(quarter);
 }
 
 void LineDecimation::add(double position, float value)

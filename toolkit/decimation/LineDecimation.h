@@ -35,8 +35,8 @@ struct LineVertex
 ///         |'          | '   \     |     are in the column, and all of these.
 ///         |           |      '....|
 ///
-/// Where the line begins, ends or is interrupted, it goes to the edge of the column: one that stands
-/// alone between two gaps is a dash as wide as a column, which every driver draws. With fewer samples the line goes through the samples themselves; one that is alone between
+/// A column that stands alone between two gaps is a dash as wide as a column: there are drivers that
+/// draw nothing of one that is half as wide. With fewer samples the line goes through the samples themselves; one that is alone between
 /// missing ones becomes a dash as wide as a column.
 ///
 /// A missing value, NaN, interrupts the line where the samples themselves are drawn. In columns it does
@@ -71,7 +71,8 @@ private:
     /// Consecutive ones are one.
     void addGap(double position);
     void add(double position, float value);
-    void moveLast(double position);
+    /// To its edges.
+    void widenLastColumn(double quarter);
 
     std::vector<LineVertex> m_vertices;
     double m_origin = 0.0;

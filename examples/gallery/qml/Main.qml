@@ -40,7 +40,7 @@ ApplicationWindow {
         case "Picking":
             return qsTr("300 traces to point at");
         case "Large":
-            return qsTr("ten million samples");
+            return qsTr("ten million points");
         }
         return "";
     }

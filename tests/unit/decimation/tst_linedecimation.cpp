@@ -101,12 +101,12 @@ QString defectOf(const LineDecimation &line, const Window &window,
                              .arg(right.y)
                              .arg(earlier)
                              .arg(later);
-        // Out to the edge where there is no neighbour.
+        // A quarter from the edges; up to them where there is no neighbour.
         const double width = static_cast<double>(window.length) / 16.0 / window.count;
         const double edge = static_cast<double>(window.first) / 16.0 + width * column;
-        if (!standsAt(left, expected[i - 1] ? edge + 0.25 * width : edge, line, columns)
-                || !standsAt(
-                        right, expected[i + 1] ? edge + 0.75 * width : edge + width, line, columns))
+        const double margin = expected[i - 1] || expected[i + 1] ? 0.25 * width : 0.0;
+        if (!standsAt(left, edge + margin, line, columns)
+                || !standsAt(right, edge + width - margin, line, columns))
             return where + QStringLiteral("stands at %1 and %2").arg(left.x).arg(right.x);
     }
     return next == vertices.size() ? QString() : QStringLiteral("too many vertices");
@@ -256,8 +256,8 @@ void tst_LineDecimation::gaps()
     // Columns 0 to 4, a gap, column 7, a gap, columns 10 to 12, a gap.
     QCOMPARE(vertices.size(), std::size_t(10 + 1 + 2 + 1 + 6 + 1));
     QVERIFY(vertices[10].isGap);
-    QCOMPARE(vertices[11], (LineVertex{72.5F, 5.0F, false}));
-    QCOMPARE(vertices[12], (LineVertex{77.5F, 5.0F, false}));
+    QCOMPARE(vertices[11], (LineVertex{70.0F, 5.0F, false}));
+    QCOMPARE(vertices[12], (LineVertex{80.0F, 5.0F, false}));
     QVERIFY(vertices[13].isGap);
     QVERIFY(vertices[20].isGap);
     QCOMPARE(std::count_if(vertices.begin(), vertices.end(),
