@@ -2,6 +2,8 @@
 #ifndef CHARTS_TEST_GALLERYSCENE_H
 #define CHARTS_TEST_GALLERYSCENE_H
 
+#include "Graphics.h"
+
 #include <ChartsLibrary/AbstractTrace.h>
 #include <ChartsLibrary/Chart.h>
 #include <ChartsLibrary/TraceDomain.h>
@@ -14,6 +16,7 @@
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
+#include <QtQuickControls2/QQuickStyle>
 #include <QtTest/QTest>
 
 #include <memory>
@@ -114,10 +117,19 @@ inline std::unique_ptr<Scene> openPage(
     return QTest::qWaitForWindowExposed(scene->window()) ? std::move(scene) : nullptr;
 }
 
-/*! Puts the pointer out of the window, lest its coming in be taken for a move of the test. */
-inline void hideRealPointer()
+/*! What the gallery's own main() does before there is an application. */
+inline void setUpGallery()
+{
+    Graphics::setUp();
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+/*! Lets \a engine find the gallery, and puts the pointer out of the window, lest its coming in be taken
+    for a move of the test. */
+inline void prepare(QQmlEngine &engine)
 {
     QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
+    engine.addImportPath(QStringLiteral(":/qt/qml"));
 }
 
 #endif

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ComputedSignal.h"
 #include "GalleryScene.h"
-#include "Graphics.h"
 #include "LadderFilter.h"
 #include "LoadTrace.h"
 #include "NetworkPlot.h"
@@ -19,7 +18,6 @@
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
-#include <QtQuickControls2/QQuickStyle>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
@@ -36,11 +34,7 @@ class tst_Gallery : public QObject
     Q_OBJECT
 
 public:
-    static void initMain()
-    {
-        Graphics::setUp();
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
-    }
+    static void initMain() { setUpGallery(); }
 
 private Q_SLOTS:
     void initTestCase();
@@ -69,8 +63,7 @@ private:
 
 void tst_Gallery::initTestCase()
 {
-    hideRealPointer();
-    m_engine.addImportPath(QStringLiteral(":/qt/qml"));
+    prepare(m_engine);
     const auto table =
             std::make_shared<const Charts::Readers::SampleTable>(Gallery::computedSignal());
     Gallery::SignalPlayer::setSources(

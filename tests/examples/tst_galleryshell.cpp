@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ComputedSignal.h"
 #include "GalleryScene.h"
-#include "Graphics.h"
 #include "LadderFilter.h"
 #include "NetworkPlot.h"
 #include "SignalPlayer.h"
@@ -9,7 +8,6 @@
 #include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
 #include <QtGui/QPalette>
-#include <QtQuickControls2/QQuickStyle>
 #include <QtTest/QTest>
 
 #include <algorithm>
@@ -24,11 +22,7 @@ class tst_GalleryShell : public QObject
     Q_OBJECT
 
 public:
-    static void initMain()
-    {
-        Graphics::setUp();
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
-    }
+    static void initMain() { setUpGallery(); }
 
 private Q_SLOTS:
     void initTestCase();
@@ -97,9 +91,8 @@ double brightnessOf(const QImage &picture)
 
 void tst_GalleryShell::initTestCase()
 {
-    hideRealPointer();
+    prepare(m_engine);
     m_palette = QGuiApplication::palette();
-    m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     Gallery::SignalPlayer::setSources({{QStringLiteral("signal"),
             std::make_shared<const Charts::Readers::SampleTable>(Gallery::computedSignal())}});
     Gallery::NetworkPlot::setSources({{QStringLiteral("filter"),

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "GalleryScene.h"
-#include "Graphics.h"
 #include "LargeSignal.h"
 
 #include <ChartsLibrary/TraceData.h>
@@ -8,7 +7,6 @@
 #include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
 #include <QtGui/QWheelEvent>
-#include <QtQuickControls2/QQuickStyle>
 #include <QtTest/QTest>
 
 #include <algorithm>
@@ -80,18 +78,10 @@ class tst_LargePage : public QObject
     Q_OBJECT
 
 public:
-    static void initMain()
-    {
-        Graphics::setUp();
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
-    }
+    static void initMain() { setUpGallery(); }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        hideRealPointer();
-        m_engine.addImportPath(QStringLiteral(":/qt/qml"));
-    }
+    void initTestCase() { prepare(m_engine); }
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void spikeAtItsPixel();

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "GalleryScene.h"
-#include "Graphics.h"
 #include "SpectrumAnalyzer.h"
 
 #include <ChartsLibrary/TraceData.h>
 
 #include <QtGui/QImage>
-#include <QtQuickControls2/QQuickStyle>
 
 #include <cmath>
 #include <utility>
@@ -72,18 +70,10 @@ class tst_LimitsPage : public QObject
     Q_OBJECT
 
 public:
-    static void initMain()
-    {
-        Graphics::setUp();
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
-    }
+    static void initMain() { setUpGallery(); }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        hideRealPointer();
-        m_engine.addImportPath(QStringLiteral(":/qt/qml"));
-    }
+    void initTestCase() { prepare(m_engine); }
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void maskUnderPointer();
