@@ -174,38 +174,39 @@ inside_alone() { # NAME COMMAND...
 
 step 'unpacked'
 new_root build
-mkdir "$work/build/charts"
+# Not a name that stands in what is installed: a test looks there for the folder of the sources.
+mkdir "$work/build/checkout"
 cd "$repository"
 if $from_head; then
     git archive HEAD
 else
     git ls-files -z --cached --others --exclude-standard |
         tar -c --null --ignore-failed-read -T - 2>/dev/null
-fi | tar -C "$work/build/charts" -xf -
+fi | tar -C "$work/build/checkout" -xf -
 
 if $run_tests; then
     step 'scripts/test.sh'
     # First all that it does but for the tests, which then run without a network.
-    inside build /charts/scripts/test.sh --show-only "$@" >"$work/log" ||
+    inside build /checkout/scripts/test.sh --show-only "$@" >"$work/log" ||
         fail 1 "scripts/test.sh could not build on $distribution"
     keep_archives build
-    inside_alone build /charts/scripts/test.sh "$@" || fail 1 "the tests failed on $distribution"
+    inside_alone build /checkout/scripts/test.sh "$@" || fail 1 "the tests failed on $distribution"
 fi
 
 step 'scripts/package.sh'
-inside build /charts/scripts/package.sh || fail 1 "no packages on $distribution"
+inside build /checkout/scripts/package.sh || fail 1 "no packages on $distribution"
 keep_archives build
 results=$repository/build/packages-$distribution
 rm -rf "$results"
 mkdir -p "$results"
-cp "$work"/build/charts/build/packages/*.deb "$results"
+cp "$work"/build/checkout/build/packages/*.deb "$results"
 
 step 'the packages, in another fresh installation'
 new_root use
 mkdir "$work/use/packages" "$work/use/example"
 cp "$results"/*.deb "$work/use/packages"
-cp "$work"/build/charts/examples/minimal/* "$work/use/example"
-cp "$work"/build/charts/tests/consumer/Plain.qml "$work/use"
+cp "$work"/build/checkout/examples/minimal/* "$work/use/example"
+cp "$work"/build/checkout/tests/consumer/Plain.qml "$work/use"
 # No package list is named that the packages themselves ought to bring along.
 quietly 'apt could not read its lists' inside use apt-get -qq update
 quietly 'apt could not install the packages' inside use bash -c \
