@@ -12,6 +12,12 @@ if(NOT result EQUAL 0)
     message(FATAL_ERROR "Some of what the headers declare is not documented, see above.")
 endif()
 
+file(REMOVE_RECURSE ${WORK_DIR}/quoted)
+foreach(folder IN ITEMS examples tests/docs)
+    cmake_path(GET folder PARENT_PATH parent)
+    file(COPY ${CMAKE_CURRENT_LIST_DIR}/../../${folder} DESTINATION ${WORK_DIR}/quoted/${parent})
+endforeach()
+
 # What was not written this time must not be left from the time before.
 file(REMOVE_RECURSE ${HTML_DIR})
 file(MAKE_DIRECTORY ${HTML_DIR})

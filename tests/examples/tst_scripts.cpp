@@ -135,6 +135,9 @@ void tst_Scripts::refusals_data()
     row("--page without a value", "demo.sh|--page", "--page needs a value");
     row("--page with an empty value", "demo.sh|--page|", "--page needs a value");
     row("--screenshot without a value", "demo.sh|--screenshot", "--screenshot needs a value");
+    row("--theme without a value", "demo.sh|--theme", "--theme needs a value");
+    row("unknown theme", "demo.sh|--theme|pink",
+            "unknown theme 'pink', there are: light, dark, system");
     row("missing file", "demo.sh|missing.csv", "missing.csv: no such file");
     row("second file missing", "demo.sh|--page|Signal|good.csv|no such.csv",
             "no such.csv: no such file");
